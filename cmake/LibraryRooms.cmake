@@ -1,0 +1,32 @@
+# zorva_add_library_room(NAME SOURCES... [LIBRARIES ...]): a room of the provider library.
+#
+# The same sources are compiled once for each server: NAME against the project's own object model,
+# and, where an OpenPegasus SDK was found (target openpegasus_sdk), NAME_openpegasus against that.
+# LIBRARIES name other rooms; libraries that have no second form are used as they are.
+function(zorva_add_library_room name)
+    cmake_parse_arguments(PARSE_ARGV 1 room "" "" "SOURCES;LIBRARIES")
+    add_library(${name} STATIC ${room_SOURCES})
+    target_link_libraries(${name} PUBLIC zorva_options pegasus_interface pegasus_model
+        ${room_LIBRARIES})
+    zorva_hide_symbols(${name})
+    if(TARGET openpegasus_sdk)
+        add_library(${name}_openpegasus STATIC ${room_SOURCES})
+        set(libraries "")
+        foreach(library IN LISTS room_LIBRARIES)
+            if(TARGET ${library}_openpegasus)
+                set(library ${library}_openpegasus)
+            endif()
+            list(APPEND libraries ${library})
+        endforeach()
+        target_link_libraries(${name}_openpegasus PUBLIC zorva_options pegasus_interface
+            openpegasus_sdk ${libraries})
+        zorva_hide_symbols(${name}_openpegasus)
+    endif()
+endfunction()
+
+# OpenPegasus loads providers globally: whatever a library exports may meet a namesake.
+function(zorva_hide_symbols target)
+    set_target_properties(${target} PROPERTIES
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON)
+endfunction()

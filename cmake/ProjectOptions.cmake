@@ -1,0 +1,32 @@
+# Options that hold for every target of the project: the language, warnings as errors, sanitizers,
+# coverage. Targets take them by linking to zorva_options.
+
+set(ZORVA_SANITIZE "" CACHE STRING "Sanitizers to build with, for example 'address;undefined' or 'thread'")
+option(ZORVA_COVERAGE "Count executed lines and branches (gcov)" OFF)
+option(ZORVA_FUZZ "Build the libFuzzer targets (needs clang)" OFF)
+option(ZORVA_WERROR "Treat warnings as errors" ON)
+
+add_library(zorva_options INTERFACE)
+target_compile_features(zorva_options INTERFACE cxx_std_17)
+target_compile_options(zorva_options INTERFACE -Wall -Wextra -Wpedantic)
+if(ZORVA_WERROR)
+    target_compile_options(zorva_options INTERFACE -Werror)
+endif()
+target_include_directories(zorva_options INTERFACE ${PROJECT_SOURCE_DIR})
+
+if(ZORVA_SANITIZE)
+    string(REPLACE ";" "," zorva_sanitizers "${ZORVA_SANITIZE}")
+    target_compile_options(zorva_options INTERFACE
+        -fsanitize=${zorva_sanitizers} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(zorva_options INTERFACE -fsanitize=${zorva_sanitizers})
+endif()
+
+if(ZORVA_COVERAGE)
+    target_compile_options(zorva_options INTERFACE --coverage -O0)
+    target_link_options(zorva_options INTERFACE --coverage)
+endif()
+
+if(ZORVA_FUZZ AND NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    message(FATAL_ERROR "The fuzz targets need clang's libFuzzer: configure with "
+        "-DCMAKE_CXX_COMPILER=clang++ (Debian packages clang and libclang-rt-14-dev).")
+endif()
