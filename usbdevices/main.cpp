@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// usbdevices: prints a report of the kernel's USB device list on standard output.
+// Exit status: 0, or 1 where a device could not be reported or the report could not be written.
+#include <exception>
+#include <iostream>
+
+#include "usbdevices/DeviceReport.h"
+#include "usbdevices/result.h"
+
+int main() {
+    try {
+        result reader;
+        auto devices = reader.GetUsbDeviceInfomation();
+        printDeviceReport(std::cout, devices);
+    } catch (const std::exception& error) {
+        std::cout.flush();
+        std::cerr << "usbdevices: " << error.what() << '\n';
+        return 1;
+    }
+    std::cout.flush();
+    if (!std::cout) {
+        std::cerr << "usbdevices: cannot write the report to standard output\n";
+        return 1;
+    }
+    return 0;
+}
