@@ -24,8 +24,7 @@ std::string_view::size_type findIgnoringCase(std::string_view line, std::string_
 /// 1. The first occurrence of `key` counts, the case of `line` ignored. Without one: empty.
 /// 2. If `end` is "\n", the text runs to the end of the line. Lines hold no line feed, so "\n" is
 ///    never searched.
-/// 3. Otherwise the text runs to the first occurrence of `end`, the case of `line` ignored,
-/// searched
+/// 3. Otherwise the text runs to the first occurrence of `end`, the case of `line` ignored, searched
 ///    from where the key *begins*. Without one: empty, although the key was found. One inside the
 ///    key leaves nothing between the two: empty.
 ///

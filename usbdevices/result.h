@@ -21,21 +21,16 @@ public:
     ///
     /// 1. The list is read once, at most 8192 bytes; the rest of a longer one is not seen.
     /// 2. The text ends at its first zero byte, and each line at its line feed: what stands behind
-    /// the
-    ///    last line feed is not processed.
-    /// 3. As many lines are processed as there are line feeds, the very first character not
-    /// counted.
+    ///    the last line feed is not processed.
+    /// 3. As many lines are processed as there are line feeds, the very first character not counted.
     ///    So the last line of a list that begins with an empty line is not processed.
     /// 4. The first letter of a line says which record it goes to: T, S, D, P, I or C. Other lines
-    /// are
-    ///    ignored.
+    ///    are ignored.
     /// 5. The first line that begins with "E" after one that begins with "T" closes a device. Lines
-    /// of
-    ///    that device which come later (further interfaces) spill into the next one, whose own
+    ///    of that device which come later (further interfaces) spill into the next one, whose own
     ///    lines overwrite them where they are of the same kind.
     /// 6. A device that no "E" line closes never reaches the queue: the next one overwrites it, or
-    /// the
-    ///    text ends.
+    ///    the text ends.
     std::queue<UsbDevice> GetUsbDeviceInfomation();
 
 private:
@@ -44,8 +39,7 @@ private:
     /// Hands `line` to the record of the current device that its first letter names.
     void fillCurrent(char letter, std::string_view line);
 
-    // Counters that nothing counts with yet; they belong to the layout that users of the class
-    // know.
+    // Nothing counts with these; they belong to the layout that users of the class know.
     [[maybe_unused]] int controllers_ = 0;
     [[maybe_unused]] int hubs_ = 0;
     [[maybe_unused]] int ports_ = 0;
