@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+// What every CIM-XML message has around it, request or response.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "host/cimxml/XmlDocument.h"
+
+namespace cimhost {
+
+/// The MESSAGE element of a document. Throws XmlError where the root is not CIM with a message
+/// inside, or for versions of CIM, of the DTD or of the protocol that are not spoken here.
+XmlElement readMessage(XmlElement root);
+
+/// Appends the begin of a message, up to and with the opening tag of MESSAGE.
+void beginMessage(std::string& out, std::string_view messageId);
+
+/// Appends the end of a message.
+void endMessage(std::string& out);
+
+}  // namespace cimhost
