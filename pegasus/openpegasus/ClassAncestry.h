@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// Which classes descend from which, as the server's schema has it.
+#pragma once
+
+#include <Pegasus/Common/CIMName.h>
+#include <Pegasus/Common/OperationContext.h>
+
+#include <map>
+#include <mutex>
+
+namespace openpegasus {
+
+/// Answers from the server's class definitions and remembers what it learned: clients ask for the
+/// same few classes again and again, and each look-up is a call to the server. Any thread may ask.
+class ClassAncestry {
+public:
+    /// Whether a class is `ancestor` or descends from it. A class that the server does not know
+    /// descends from nothing. Throws what the server throws otherwise.
+    bool isA(const Pegasus::OperationContext& context, const Pegasus::CIMNamespaceName& nameSpace,
+             const Pegasus::CIMName& className, const Pegasus::CIMName& ancestor);
+
+private:
+    Pegasus::CIMName superClass(const Pegasus::OperationContext& context,
+                                const Pegasus::CIMNamespaceName& nameSpace,
+                                const Pegasus::CIMName& className);
+
+    std::mutex mutex_;
+    /// By "namespace:class", in lower case; a null name where a class has no superclass.
+    std::map<Pegasus::String, Pegasus::CIMName> superClasses_;
+};
+
+}  // namespace openpegasus
