@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/PrivateDeviceList.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <linux/capability.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <iostream>
+#include <stdexcept>
+#include <string>
+
+#include "listmount/DeviceListMount.h"
+
+namespace {
+
+constexpr int skipped = 77;
+
+int listFile = -1;
+
+void expect(bool done, const char* step) {
+    if (!done) {
+        throw std::runtime_error(std::string(step) + ": " + std::strerror(errno));
+    }
+}
+
+std::string folderOfList() {
+    const std::string path = listmount::deviceListPath();
+    return path.substr(0, path.rfind('/'));
+}
+
+/// Root reads what it likes by these two capabilities; they are taken away and given back.
+void setMayReadEverything(bool may) {
+    __user_cap_header_struct header = {_LINUX_CAPABILITY_VERSION_3, 0};
+    __user_cap_data_struct sets[2] = {};
+    expect(syscall(SYS_capget, &header, sets) == 0, "capget");
+    constexpr std::uint32_t readEverything = (1U << CAP_DAC_OVERRIDE) | (1U << CAP_DAC_READ_SEARCH);
+    if (may) {
+        sets[0].effective |= sets[0].permitted & readEverything;
+    } else {
+        sets[0].effective &= ~readEverything;
+    }
+    expect(syscall(SYS_capset, &header, sets) == 0, "capset");
+}
+
+void coverFolder() {
+    expect(mount("covered", folderOfList().c_str(), "tmpfs", 0, nullptr) == 0, "mount");
+}
+
+void uncoverFolder() {
+    umount2(folderOfList().c_str(), MNT_DETACH);
+}
+
+}  // namespace
+
+void PrivateDeviceList::show(std::string_view content) {
+    // Cut last: a file that shrinks to nothing each time costs far more.
+    const ssize_t written = pwrite(listFile, content.data(), content.size(), 0);
+    expect(written == static_cast<ssize_t>(content.size()), "pwrite");
+    expect(ftruncate(listFile, written) == 0, "ftruncate");
+}
+
+PrivateDeviceList::Unreadable::Unreadable() {
+    expect(fchmod(listFile, 0) == 0, "fchmod");
+    setMayReadEverything(false);
+}
+
+PrivateDeviceList::Unreadable::~Unreadable() {
+    setMayReadEverything(true);
+    fchmod(listFile, S_IRUSR | S_IWUSR);
+}
+
+PrivateDeviceList::Missing::Missing() {
+    coverFolder();
+}
+
+PrivateDeviceList::Missing::~Missing() {
+    uncoverFolder();
+}
+
+PrivateDeviceList::Folder::Folder() {
+    coverFolder();
+    expect(mkdir(listmount::deviceListPath(), S_IRWXU) == 0, "mkdir");
+}
+
+PrivateDeviceList::Folder::~Folder() {
+    uncoverFolder();
+}
+
+int main(int argc, char* argv[]) {
+    testing::InitGoogleTest(&argc, argv);
+    const char* folder = std::getenv("TMPDIR");
+    std::string name = std::string(folder == nullptr ? "/tmp" : folder) + "/devicelist.XXXXXX";
+    listFile = mkostemp(name.data(), O_CLOEXEC);
+    expect(listFile >= 0, "mkostemp");
+    try {
+        listmount::DeviceListMount(name).enter();
+    } catch (const listmount::DeviceListMountError& error) {
+        unlink(name.c_str());
+        std::cout << "skipped: no private view of the device list: " << error.what() << '\n';
+        return skipped;
+    }
+    unlink(name.c_str());  // the view keeps it
+    return RUN_ALL_TESTS();
+}
