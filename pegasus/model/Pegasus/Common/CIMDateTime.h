@@ -63,6 +63,7 @@ public:
 
 private:
     void requireSameKind(const CIMDateTime& other) const;
+    Sint64 localMicroseconds() const;
 
     Uint64 microseconds_ = 0;
     Sint16 utcOffset_ = 0;  // minutes

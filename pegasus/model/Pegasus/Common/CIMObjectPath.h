@@ -13,6 +13,7 @@ namespace Pegasus {
 
 class CIMValue;
 struct CIMObjectPathRep;
+struct PathParts;
 
 /// One key of an object path: a name and the value as text. Copies are independent.
 class CIMKeyBinding {
@@ -105,8 +106,8 @@ public:
     Boolean identical(const CIMObjectPath& other) const;
 
 private:
-    const CIMObjectPathRep& parts() const noexcept;
-    CIMObjectPathRep& writableParts();
+    const PathParts& parts() const noexcept;
+    PathParts& writableParts();
 
     Detail::SharedRep<CIMObjectPathRep> rep_;
 };

@@ -25,9 +25,9 @@ class CIMProperty {
 public:
     /// A handle on nothing.
     CIMProperty() noexcept;
-    /// A property of the value's type. A fixed array size must be the value's; a class of
-    /// references is possible for a scalar reference only: otherwise TypeMismatchException. A null
-    /// name throws UninitializedObjectException.
+    /// A property of the value's type. Throws TypeMismatchException if a fixed array size is not
+    /// the value's (unless that is a null array), or a class of references is given for anything
+    /// but a scalar reference; UninitializedObjectException for a null name.
     CIMProperty(const CIMName& name, const CIMValue& value, Uint32 arraySize = 0,
                 const CIMName& referenceClassName = CIMName(),
                 const CIMName& classOrigin = CIMName(), Boolean propagated = false);
@@ -43,8 +43,8 @@ public:
     const CIMValue& getValue() const;
     CIMType getType() const;
     Boolean isArray() const;
-    /// Throws TypeMismatchException for another type, array-ness or fixed size, for a null too; the
-    /// property is then as it was.
+    /// Throws TypeMismatchException for a value, even a null, of another type or array-ness, and
+    /// for an array that is not of the fixed size; the property is then as it was.
     void setValue(const CIMValue& value);
     /// The fixed array size, or 0.
     Uint32 getArraySize() const;
