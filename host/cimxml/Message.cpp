@@ -10,9 +10,9 @@ namespace cimhost {
 
 namespace {
 
-/// Fails unless an attribute holds a version of the major number given: "2.0" for "2.".
-void checkVersion(XmlElement element, const char* attribute, std::string_view major,
-                  XmlFault fault) {
+/// Fails unless an attribute holds a version 2 with any minor number.
+void checkVersion(XmlElement element, const char* attribute, XmlFault fault) {
+    constexpr std::string_view major = "2.";
     const std::string version = requiredAttribute(element, attribute);
     if (version.compare(0, major.size(), major) != 0) {
         throw XmlError(fault, std::string(attribute) + " \"" + version + "\" is not supported");
@@ -23,11 +23,9 @@ void checkVersion(XmlElement element, const char* attribute, std::string_view ma
 
 XmlElement readMessage(XmlElement root) {
     expectElement(root, "CIM");
-    checkVersion(root, "CIMVERSION", "2.", XmlFault::unsupportedCimVersion);
-    checkVersion(root, "DTDVERSION", "2.", XmlFault::unsupportedDtdVersion);
-    const XmlElement message = expectElement(root.firstChild(), "MESSAGE");
-    checkVersion(message, "PROTOCOLVERSION", "1.", XmlFault::unsupportedProtocolVersion);
-    return message;
+    checkVersion(root, "CIMVERSION", XmlFault::unsupportedCimVersion);
+    checkVersion(root, "DTDVERSION", XmlFault::unsupportedDtdVersion);
+    return expectElement(root.firstChild(), "MESSAGE");
 }
 
 void beginMessage(std::string& out, std::string_view messageId) {

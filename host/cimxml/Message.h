@@ -10,7 +10,7 @@
 namespace cimhost {
 
 /// The MESSAGE element of a document. Throws XmlError where the root is not CIM with a message
-/// inside, or for versions of CIM, of the DTD or of the protocol that are not spoken here.
+/// inside, or for versions of CIM or of the DTD that are not spoken here.
 XmlElement readMessage(XmlElement root);
 
 /// Appends the begin of a message, up to and with the opening tag of MESSAGE.

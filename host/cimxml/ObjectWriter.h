@@ -70,9 +70,6 @@ public:
     /// RETURNVALUE with its type.
     void returnValue(const Pegasus::CIMValue& value);
 
-    /// What the elements are appended to, for callers that write elements around them.
-    std::string& out() { return out_; }
-
 private:
     void namespacePath(const Pegasus::CIMObjectPath& path);
 

@@ -25,6 +25,9 @@ public:
     /// `classOrigin`: see ObjectWriter.
     ObjectWriter results(bool classOrigin = false) { return ObjectWriter(out_, classOrigin); }
 
+    /// The same place, for elements that ObjectWriter does not know.
+    std::string& out() { return out_; }
+
     /// Drops what was written and answers with an error.
     void fail(const CimFailure& failure);
 

@@ -9,12 +9,11 @@ namespace cimhost {
 
 /// The kinds of faults that the protocol tells apart.
 enum class XmlFault {
-    notWellFormed,               ///< not XML, or XML beyond the limits
-    notValid,                    ///< well-formed, but not what CIM-XML calls for
-    unsupportedCimVersion,       ///< CIMVERSION is not 2.x
-    unsupportedDtdVersion,       ///< DTDVERSION is not 2.x
-    unsupportedProtocolVersion,  ///< PROTOCOLVERSION is not 1.x
-    multipleRequests,            ///< a batch of requests (MULTIREQ)
+    notWellFormed,          ///< not XML, or XML beyond the limits
+    notValid,               ///< well-formed, but not what CIM-XML calls for
+    unsupportedCimVersion,  ///< CIMVERSION is not 2.x
+    unsupportedDtdVersion,  ///< DTDVERSION is not 2.x
+    multipleRequests,       ///< a batch of requests (MULTIREQ)
 };
 
 /// Thrown for a document that cannot be taken. what() names what is at fault, in UTF-8.
