@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// Appending to the debug log.
+#include "diag/DebugLogFile.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace Pegasus {
+
+void appendToLogFile(const char* fileName, const char* text) {
+    if (*fileName == '\0') {
+        return;
+    }
+    constexpr mode_t permissions = 0664;
+    // Non-blocking, so that a FIFO put in the log's place cannot hold up the server.
+    const int file = open(
+        fileName, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permissions);
+    if (file < 0) {
+        return;
+    }
+    size_t left = std::strlen(text);
+    while (left > 0) {
+        const ssize_t written = write(file, text, left);
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written <= 0) {
+            break;
+        }
+        text += written;
+        left -= static_cast<size_t>(written);
+    }
+    close(file);
+}
+
+}  // namespace Pegasus

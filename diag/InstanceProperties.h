@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+// Reading and building the properties of instances.
+#pragma once
+
+#include <Pegasus/Common/CIMInstance.h>
+
+namespace Pegasus {
+
+/// Whether the instance has at least one property; a null instance has none.
+bool hasProperties(const CIMInstance& instance);
+
+/// The property of that name, ignoring case: a handle, through which the instance can be changed.
+/// Throws NoSuchProperty with the name where the instance has none.
+CIMProperty propertyOf(CIMInstance& instance, const String& name);
+
+/// The value of the property of that name, ignoring case. Throws NoSuchProperty with the name where
+/// the instance has none.
+CIMValue propertyValueOf(const CIMInstance& instance, const String& name);
+
+/// Adds a property of the value's type, with no reference class.
+void addProperty(CIMInstance& instance, const char* name, const CIMValue& value);
+
+}  // namespace Pegasus

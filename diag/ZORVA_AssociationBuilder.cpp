@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+// The instances of one association class. What the two roles are by default is the test's own
+// affair, so those two operations are defined beside it.
+#include "diag/ZORVA_AssociationBuilder.h"
+
+#include "diag/PathKeys.h"
+
+#include <Pegasus/Provider/KeyBinding.h>
+#include <Pegasus/Provider/ProviderExceptions.h>
+
+namespace Pegasus {
+
+ZORVA_AssociationBuilder::ZORVA_AssociationBuilder(CIMOMHandle& handle, String associationClass,
+                                                   String role1Property, String role2Property,
+                                                   String role1ReferenceClass,
+                                                   String role2ReferenceClass) {
+    describe(handle, associationClass, role1Property, role2Property, role1ReferenceClass,
+             role2ReferenceClass);
+    _associations =
+        ZORVA_AssociationBuilder::getAssociations(ZORVA_AssociationBuilder::getRole1References(),
+                                                  ZORVA_AssociationBuilder::getRole2References());
+}
+
+ZORVA_AssociationBuilder::~ZORVA_AssociationBuilder() = default;
+
+void ZORVA_AssociationBuilder::describe(CIMOMHandle& handle, const String& associationClass,
+                                        const String& role1Property, const String& role2Property,
+                                        const String& role1ReferenceClass,
+                                        const String& role2ReferenceClass) {
+    _handle = handle;
+    _associationClass = associationClass;
+    _role1Property = role1Property;
+    _role2Property = role2Property;
+    _role1ReferenceClass = role1ReferenceClass;
+    _role2ReferenceClass = role2ReferenceClass;
+}
+
+Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_AssociationBuilder::getAssociations(
+    Array<CIMObjectPath> role1, Array<CIMObjectPath> role2) {
+    const Array<CIMObjectPath>& role1Paths = role1;
+    const Array<CIMObjectPath>& role2Paths = role2;
+    InstanceTable table;
+    for (Uint32 i = 0; i < role2Paths.size(); ++i) {
+        for (Uint32 j = 0; j < role1Paths.size(); ++j) {
+            appendAssociation(table, role1Paths[j], role2Paths[i]);
+        }
+    }
+    return table;
+}
+
+Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_AssociationBuilder::getAssociations(
+    Array<CIMObjectPath> role1, Array<CIMObjectPath> role2, String role1KeyName,
+    String role2KeyName) {
+    const Array<CIMObjectPath>& role1Paths = role1;
+    const Array<CIMObjectPath>& role2Paths = role2;
+    InstanceTable table;
+    // Both values outlive their path on purpose: the next path without the key inherits them.
+    String role1KeyValue;
+    String role2KeyValue;
+    for (Uint32 i = 0; i < role2Paths.size(); ++i) {
+        readLastKeyValue(role2Paths[i], role2KeyName, role2KeyValue);
+        for (Uint32 j = 0; j < role1Paths.size(); ++j) {
+            readLastKeyValue(role1Paths[j], role1KeyName, role1KeyValue);
+            if (String::equalNoCase(role1KeyValue, role2KeyValue)) {
+                appendAssociation(table, role1Paths[j], role2Paths[i]);
+            }
+        }
+    }
+    return table;
+}
+
+void ZORVA_AssociationBuilder::appendAssociation(InstanceTable& table, const CIMObjectPath& role1,
+                                                 const CIMObjectPath& role2) const {
+    const CIMName className(_associationClass);
+    const CIMName role1Property(_role1Property);
+    const CIMName role2Property(_role2Property);
+    CIMInstance instance(className);
+    instance.addProperty(
+        CIMProperty(role2Property, CIMValue(role2), 0, CIMName(_role2ReferenceClass)));
+    instance.addProperty(
+        CIMProperty(role1Property, CIMValue(role1), 0, CIMName(_role1ReferenceClass)));
+
+    Array<KeyBinding> keys;
+    keys.append(KeyBinding(role1Property, role1.toString(), KeyBinding::STRING));
+    keys.append(KeyBinding(role2Property, role2.toString(), KeyBinding::STRING));
+    appendTo(table, tablePath(className, keys), instance);
+}
+
+Array<CIMInstance> ZORVA_AssociationBuilder::getAssocInstance(CIMObjectPath reference) {
+    const Uint32 index = findPath(_associations, reference);
+    if (index == PEG_NOT_FOUND) {
+        throw BadReference("Invalid Reference");
+    }
+    return copyOfInstance(_associations, index);
+}
+
+Array<CIMInstance> ZORVA_AssociationBuilder::enumAssocInstances() {
+    return copiesOfInstances(_associations);
+}
+
+Array<CIMObjectPath> ZORVA_AssociationBuilder::enumAssocReferences() {
+    return copiesOfPaths(_associations);
+}
+
+}  // namespace Pegasus

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// What the loop settings of a result ask for.
+#pragma once
+
+#include <Pegasus/Common/CIMValue.h>
+#include <Pegasus/Common/String.h>
+
+namespace Pegasus {
+
+/// Interprets "LoopControl" and "LoopControlParameter" of a result record, says whether a looping
+/// test should stop, and counts its passes.
+///
+/// A test that loops asks getThisTestLoopControl() once and continueLoopingCheck() after each pass.
+/// One thread at a time.
+class ZORVA_DiagLoopControls {
+public:
+    ZORVA_DiagLoopControls() = default;
+    virtual ~ZORVA_DiagLoopControls();
+
+    /// The value of a property of the result record.
+    virtual CIMValue retrieveResultProperty(String propertyName) = 0;
+    /// Sets a property of the result record.
+    virtual void writeToResults(String propertyName, CIMValue value) = 0;
+
+    /// Reads the loop settings and returns their combined code: 2 continuous, which wins over all
+    /// others; 3 count, 4 timer, 5 error count alone; 51 count and timer; 52 count and error count;
+    /// 53 timer and error count; 54 all three; 56 none.
+    ///
+    /// Of several settings of a kind the last one counts. A parameter is read as a decimal number
+    /// (for a timer: seconds) up to the first other character, 0 where it begins with none. Throws
+    /// IndexOutOfBoundsException where "LoopControlParameter" is too short.
+    Uint32 getThisTestLoopControl();
+
+    /// Counts the pass that has ended, then says whether the loop must stop now. Codes that
+    /// getThisTestLoopControl() never returns stop nothing.
+    Boolean continueLoopingCheck(Uint16 code);
+
+    /// Adds 1 to "LoopsPassed" of a result whose "TestState" is 2, to "LoopsFailed" of one whose
+    /// state is 3.
+    void updateLoopCount();
+
+    /// Does nothing: errors are not counted.
+    void updateErrorCount(Uint32 errors);
+
+    /// Whether as many loops have passed and failed as were asked for.
+    Boolean LoopCountExceeded();
+
+    /// Whether the time that was asked for is over.
+    Boolean TimerExceeded();
+
+    /// Always false: errors are not counted.
+    Boolean ErrorCountExceeded();
+
+private:
+    Uint32 countProperty(const char* name);
+
+    Uint32 loopCountLimit_ = 0;
+    Uint32 errorCountLimit_ = 0;
+    Uint32 timerEnd_ = 0;  // in seconds since the epoch
+};
+
+}  // namespace Pegasus

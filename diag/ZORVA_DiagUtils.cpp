@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: MIT
+// The provider's debug log and the current time as CIM writes it.
+#include "diag/ZORVA_DiagUtils.h"
+
+#include "diag/DebugLogFile.h"
+
+namespace Pegasus {
+
+ZORVA_DiagUtils::~ZORVA_DiagUtils() = default;
+
+void ZORVA_DiagUtils::DEBUG_PRINT(String message) {
+    appendToLogFile(ZORVA_LOG_FILE, message.getCString());
+}
+
+CIMDateTime ZORVA_DiagUtils::getCurrentDateTime() {
+    return CIMDateTime::getCurrentDateTime();
+}
+
+}  // namespace Pegasus

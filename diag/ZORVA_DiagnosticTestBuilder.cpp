@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// The table of diagnostic tests that a provider offers.
+#include "diag/ZORVA_DiagnosticTestBuilder.h"
+
+#include "diag/InstanceProperties.h"
+
+#include <Pegasus/Provider/ProviderExceptions.h>
+
+namespace Pegasus {
+
+ZORVA_DiagnosticTestBuilder::~ZORVA_DiagnosticTestBuilder() = default;
+
+Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_DiagnosticTestBuilder::buildTests() {
+    return InstanceTable();
+}
+
+Array<CIMInstance> ZORVA_DiagnosticTestBuilder::getTestInstance(CIMObjectPath path) {
+    const Uint32 index = findPath(_tests, path);
+    if (index == PEG_NOT_FOUND) {
+        throw BadReference("Invalid Reference");
+    }
+    return copyOfInstance(_tests, index);
+}
+
+Array<CIMInstance> ZORVA_DiagnosticTestBuilder::enumTestInstances() {
+    return copiesOfInstances(_tests);
+}
+
+Array<CIMObjectPath> ZORVA_DiagnosticTestBuilder::enumTestReferences() {
+    return copiesOfPaths(_tests);
+}
+
+Uint32 ZORVA_DiagnosticTestBuilder::getInstanceIndex(String testName) {
+    const CIMValue wanted(testName);
+    for (Uint32 i = 0; i < _tests.size(); ++i) {
+        if (propertyValueOf(_tests[i].second, "Name") == wanted) {
+            return i;
+        }
+    }
+    throw NoSuchProperty(String("ZORVA_Diagnostic getIsInUse NAME ") + testName);
+}
+
+CIMValue ZORVA_DiagnosticTestBuilder::getTestProperty(String testName, String propertyName) {
+    return propertyValueOf(_tests[getInstanceIndex(testName)].second, propertyName);
+}
+
+void ZORVA_DiagnosticTestBuilder::setTestProperty(String testName, String propertyName,
+                                                  CIMValue value) {
+    if (propertyName != "IsInUse" && propertyName != "Started") {
+        throw NotImplemented("ZORVA_DiagnosticTest property not writable");
+    }
+    propertyOf(_tests[getInstanceIndex(testName)].second, propertyName).setValue(value);
+}
+
+bool ZORVA_DiagnosticTestBuilder::getHasCharacteristic(String testName, Uint16 characteristic) {
+    Array<Uint16> characteristics;
+    getTestProperty(testName, "Characteristics").get(characteristics);
+    for (Uint32 i = 0; i < characteristics.size(); ++i) {
+        if (characteristics[i] == characteristic) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace Pegasus

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "diag/InstanceProperties.h"
+
+#include "tests/support/Thrown.h"
+
+#include <Pegasus/Provider/ProviderExceptions.h>
+
+#include <gtest/gtest.h>
+
+namespace Pegasus {
+namespace {
+
+CIMInstance instanceWithNumber() {
+    CIMInstance instance("C");
+    addProperty(instance, "Number", CIMValue(Uint16(1)));
+    return instance;
+}
+
+TEST(InstanceProperties, NullInstanceHasNone) {
+    EXPECT_FALSE(hasProperties(CIMInstance()));
+    EXPECT_FALSE(hasProperties(CIMInstance("C")));
+    EXPECT_TRUE(hasProperties(instanceWithNumber()));
+}
+
+TEST(InstanceProperties, PropertyIsFoundIgnoringCase) {
+    EXPECT_EQ(text(propertyValueOf(instanceWithNumber(), "nUMBER")), "uint16 1");
+}
+
+TEST(InstanceProperties, PropertyIsAHandleOnTheInstance) {
+    CIMInstance instance = instanceWithNumber();
+    propertyOf(instance, "Number").setValue(CIMValue(Uint16(2)));
+    EXPECT_EQ(propertyText(instance, "Number"), "uint16 2");
+}
+
+TEST(InstanceProperties, AbsentPropertyIsNamed) {
+    CIMInstance instance = instanceWithNumber();
+    EXPECT_EQ(thrownBy<NoSuchProperty>([&] { propertyOf(instance, "Other"); }),
+              "no such property: Other");
+    EXPECT_EQ(thrownBy<NoSuchProperty>([&] { propertyValueOf(instance, "Other"); }),
+              "no such property: Other");
+}
+
+TEST(InstanceProperties, TextThatIsNoLegalNameIsAnAbsentProperty) {
+    const CIMInstance instance = instanceWithNumber();
+    EXPECT_EQ(thrownBy<NoSuchProperty>([&] { propertyValueOf(instance, ""); }),
+              "no such property: ");
+    EXPECT_EQ(thrownBy<NoSuchProperty>([&] { propertyValueOf(instance, "a b"); }),
+              "no such property: a b");
+}
+
+TEST(InstanceProperties, AddedPropertyHasNoFurtherAttributes) {
+    CIMInstance instance = instanceWithNumber();
+    const CIMProperty property = propertyOf(instance, "Number");
+    EXPECT_EQ(property.getArraySize(), 0U);
+    EXPECT_TRUE(property.getReferenceClassName().isNull());
+    EXPECT_TRUE(property.getClassOrigin().isNull());
+    EXPECT_FALSE(property.getPropagated());
+}
+
+}  // namespace
+}  // namespace Pegasus

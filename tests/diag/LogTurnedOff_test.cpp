@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+// The debug log of a build that is configured with an empty name for it.
+#include "diag/ZORVA_DiagUtils.h"
+
+#include "tests/support/LogFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace Pegasus {
+namespace {
+
+TEST(LogTurnedOff, NothingIsWritten) {
+    LogFolder folder;
+    ZORVA_DiagUtils::DEBUG_PRINT("a");
+    EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
+}
+
+}  // namespace
+}  // namespace Pegasus

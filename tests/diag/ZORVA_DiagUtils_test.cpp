@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "diag/ZORVA_DiagUtils.h"
+
+#include "tests/support/LogFolder.h"
+#include "tests/support/ObjectModelText.h"
+
+#include <gtest/gtest.h>
+
+#include <ctime>
+
+namespace Pegasus {
+namespace {
+
+TEST(ZorvaDiagUtils, TwoMessagesAreAppendedExactlyAsTheyStand) {
+    LogFolder folder;
+    ZORVA_DiagUtils::DEBUG_PRINT("a");
+    ZORVA_DiagUtils::DEBUG_PRINT("b\n");
+    EXPECT_EQ(folder.take(), "ab\n");
+}
+
+TEST(ZorvaDiagUtils, MessageIsWrittenInUtf8) {
+    LogFolder folder;
+    ZORVA_DiagUtils::DEBUG_PRINT(String("  Ger\xC3\xA4t \xE2\x82\xAC\n"));
+    EXPECT_EQ(folder.take(), "  Ger\xC3\xA4t \xE2\x82\xAC\n");
+}
+
+TEST(ZorvaDiagUtils, LogIsMadeInTheWorkingDirectoryOfTheMoment) {
+    LogFolder first;
+    ZORVA_DiagUtils::DEBUG_PRINT("first");
+    {
+        LogFolder second;
+        ZORVA_DiagUtils::DEBUG_PRINT("second");
+        EXPECT_EQ(second.take(), "second");
+    }
+    EXPECT_EQ(first.take(), "first");
+}
+
+TEST(ZorvaDiagUtils, CurrentDateTimeIsTheTimeOfNow) {
+    const CIMDateTime before = CIMDateTime::getCurrentDateTime();
+    const CIMDateTime now = ZORVA_DiagUtils::getCurrentDateTime();
+    EXPECT_FALSE(now.isInterval());
+    EXPECT_GE(CIMDateTime::getDifference(before, now), 0);
+    EXPECT_GE(CIMDateTime::getDifference(now, CIMDateTime::getCurrentDateTime()), 0);
+}
+
+}  // namespace
+}  // namespace Pegasus
