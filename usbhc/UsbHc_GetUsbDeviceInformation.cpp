@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// The device information test.
+#include "usbhc/ZORVA_UsbHc_DiagRunTestMethod.h"
+
+#include "diag/DeviceText.h"
+#include "diag/TestState.h"
+#include "diag/ZORVA_DiagUtils.h"
+#include "usbdevices/result.h"
+#include "usbhc/DeviceInformation.h"
+
+namespace Pegasus {
+
+void ZORVA_UsbHc_DiagRunTestMethod::UsbHc_GetUsbDeviceInformation(std::string text) {
+    ZORVA_DiagUtils::DEBUG_PRINT("In GetUsbDeviceInformation Test  \n");
+    ZORVA_DiagUtils::DEBUG_PRINT("         in UsbHc_ \n");
+    ZORVA_DiagUtils::DEBUG_PRINT("DeviceID is: ");
+    ZORVA_DiagUtils::DEBUG_PRINT(textFromBytes(text));
+    ZORVA_DiagUtils::DEBUG_PRINT("\n");
+
+    const auto writeLine = [this](const std::string& line) {
+        writeTestResults(textFromBytes(line));
+    };
+    result reader;
+    for (std::queue<UsbDevice> devices = reader.GetUsbDeviceInfomation(); !devices.empty();
+         devices.pop()) {
+        reportDevice(devices.front(), writeLine);
+    }
+    writeToResults("TestState", CIMValue(TestState::PASSED));
+}
+
+}  // namespace Pegasus

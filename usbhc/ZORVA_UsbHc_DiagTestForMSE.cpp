@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+// The association of tests with the managed elements that they can run against.
+#include "usbhc/ZORVA_UsbHc_DiagTestForMSE.h"
+
+#include "diag/InstanceProperties.h"
+#include "diag/ReturnCode.h"
+#include "usbhc/ClassNames.h"
+#include "usbhc/RoleReferences.h"
+
+namespace Pegasus {
+namespace {
+
+// The name that callers ask under; the test itself is called otherwise.
+bool isKnownTest(const String& testName) {
+    return String::equalNoCase(testName, "UsbHc_GetUsbDeviceInformation");
+}
+
+}  // namespace
+
+ZORVA_UsbHc_DiagTestForMSE::ZORVA_UsbHc_DiagTestForMSE(CIMOMHandle& handle, String associationClass,
+                                                       String role1Property, String role2Property,
+                                                       String role1ReferenceClass,
+                                                       String role2ReferenceClass) {
+    describe(handle, associationClass, role1Property, role2Property, role1ReferenceClass,
+             role2ReferenceClass);
+    const Array<CIMObjectPath> tests = ZORVA_UsbHc_DiagTestForMSE::getRole1References();
+    const Array<CIMObjectPath> elements = ZORVA_UsbHc_DiagTestForMSE::getRole2References();
+    _associations = getTestForMSEAssociations(tests, elements);
+}
+
+ZORVA_UsbHc_DiagTestForMSE::~ZORVA_UsbHc_DiagTestForMSE() = default;
+
+Array<CIMObjectPath> ZORVA_UsbHc_DiagTestForMSE::getRole1References() {
+    return testReferences(_handle);
+}
+
+Array<CIMObjectPath> ZORVA_UsbHc_DiagTestForMSE::getRole2References() {
+    return instanceReferences(_handle, ClassNames::MANAGED_ELEMENT);
+}
+
+Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_UsbHc_DiagTestForMSE::getTestForMSEAssociations(
+    Array<CIMObjectPath> tests, Array<CIMObjectPath> elements) {
+    InstanceTable table = ZORVA_AssociationBuilder::getAssociations(tests, elements);
+    // The tests are the inner loop of the pairs: the first test comes round once per element.
+    for (Uint32 i = 0; i < table.size(); i += tests.size()) {
+        CIMInstance& instance = table[i].second;
+        addProperty(instance, "EstimatedTimeOfPerforming", CIMValue(estimatedTimeOfPerforming_));
+        addProperty(instance, "IsExclusiveForMSE", CIMValue(isExclusiveForMSE_));
+    }
+    return table;
+}
+
+Uint32 ZORVA_UsbHc_DiagTestForMSE::getEstimatedTimeOfPerforming(String testName) {
+    return isKnownTest(testName) ? estimatedTimeOfPerforming_ : ReturnCode::NOT_A_REFERENCE;
+}
+
+Boolean ZORVA_UsbHc_DiagTestForMSE::getIsExclusiveForMSE(String testName) {
+    return isKnownTest(testName) ? isExclusiveForMSE_ : true;
+}
+
+}  // namespace Pegasus
