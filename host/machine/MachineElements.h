@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// The elements of this machine that the diagnostics are about, as instances of the repository.
+#pragma once
+
+#include <Pegasus/Common/CIMName.h>
+
+#include <string>
+#include <vector>
+
+#include "host/repository/Repository.h"
+#include "host/schema/Schema.h"
+
+namespace cimhost {
+
+/// Makes one QUIRVO_ComputerSystem named `hostName`, one ZORVA_UsbHc with each of the DeviceIDs, and
+/// one ZORVA_UsbHc_TestSoftware of this project's version. Classes that the schema does not have
+/// are passed over and returned. Throws CIMException where a class does not have the properties.
+std::vector<std::string> addMachineElements(const Schema& schema, Repository& repository,
+                                            const Pegasus::CIMNamespaceName& nameSpace,
+                                            const std::string& hostName,
+                                            const std::vector<std::string>& deviceIds);
+
+/// The name of this machine, up to its first dot.
+std::string shortHostName();
+
+}  // namespace cimhost
