@@ -16,9 +16,9 @@ ZORVA_AssociationBuilder::ZORVA_AssociationBuilder(CIMOMHandle& handle, String a
                                                    String role2ReferenceClass) {
     describe(handle, associationClass, role1Property, role2Property, role1ReferenceClass,
              role2ReferenceClass);
-    _associations =
-        ZORVA_AssociationBuilder::getAssociations(ZORVA_AssociationBuilder::getRole1References(),
-                                                  ZORVA_AssociationBuilder::getRole2References());
+    const Array<CIMObjectPath> role1 = ZORVA_AssociationBuilder::getRole1References();
+    const Array<CIMObjectPath> role2 = ZORVA_AssociationBuilder::getRole2References();
+    _associations = ZORVA_AssociationBuilder::getAssociations(role1, role2);
 }
 
 ZORVA_AssociationBuilder::~ZORVA_AssociationBuilder() = default;

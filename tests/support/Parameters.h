@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// In-parameters of the methods under test.
+#pragma once
+
+#include <Pegasus/Common/CIMParamValue.h>
+
+#include <string>
+
+/// The path of the managed element of that device ID, as a client sends it.
+inline Pegasus::CIMObjectPath elementPath(const std::string& deviceId) {
+    using namespace Pegasus;
+    Array<CIMKeyBinding> keys;
+    keys.append(
+        CIMKeyBinding(CIMName("DeviceID"), String(deviceId.c_str()), CIMKeyBinding::STRING));
+    return CIMObjectPath(String(), CIMNamespaceName("root/kavex"), CIMName("ZORVA_UsbHc"), keys);
+}
+
+/// One parameter.
+inline Pegasus::Array<Pegasus::CIMParamValue> parameter(const char* name,
+                                                        const Pegasus::CIMValue& value) {
+    Pegasus::Array<Pegasus::CIMParamValue> parameters;
+    parameters.append(Pegasus::CIMParamValue(name, value));
+    return parameters;
+}
+
+/// "SystemElement" alone: the managed element of that device ID.
+inline Pegasus::Array<Pegasus::CIMParamValue> elementParameter(const std::string& deviceId) {
+    return parameter("SystemElement", Pegasus::CIMValue(elementPath(deviceId)));
+}
