@@ -12,10 +12,7 @@ namespace cimhost {
 /// Users with their passwords. Immutable; any thread may ask.
 class Credentials {
 public:
-    /// Reads a file of lines "user:password"; empty lines and lines that begin with "#" are passed
-    /// over. Throws std::runtime_error, naming the file, if it cannot be read, if anyone but its
-    /// owner may read or write it, if it belongs to anyone but this user or root, if it is larger
-    /// than 64 KiB, or if a line reads otherwise (the line's number is named) or there is none.
+    /// Those of a credentials file; throws what readCredentialsFile() does.
     static Credentials fromFile(const std::string& path);
 
     /// Whether the value of an Authorization field carries one of the users with their password,
