@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#include "cli/Choice.h"
+
+#include "cli/DeviceList.h"
+#include "cli/Errors.h"
+#include "cli/Text.h"
+#include "cli/Values.h"
+
+namespace usbhcdiag {
+namespace {
+
+using namespace Pegasus;
+
+[[noreturn]] void failWithoutElements(const Server& server) {
+    if (const PrivateServer* privateServer = server.privateServer()) {
+        throw NothingRead(noHostController(deviceListPlaces(privateServer->process())));
+    }
+    throw Failure("the server at " + server.url() +
+                  " knows no USB host controller (no instance of ZORVA_UsbHc in root/kavex).\n"
+                  "OpenPegasus is given this machine's by `usbhcdiag mof`.");
+}
+
+}  // namespace
+
+CIMInstance chooseTest(const Array<CIMInstance>& tests) {
+    if (tests.size() == 0) {
+        throw Failure(
+            "the server offers no test (no instance of ZORVA_UsbHc_DiagTest in root/kavex): is the "
+            "provider registered?");
+    }
+    return tests[0];
+}
+
+CIMInstance chooseElement(const Array<CIMInstance>& elements,
+                          const std::optional<std::string>& deviceId, const Server& server) {
+    if (elements.size() == 0) {
+        failWithoutElements(server);
+    }
+    if (!deviceId.has_value()) {
+        return elements[0];
+    }
+    std::string known;
+    for (Uint32 i = 0; i < elements.size(); ++i) {
+        const std::string id = textOf(elements[i], "DeviceID");
+        if (id == *deviceId) {
+            return elements[i];
+        }
+        known += "\n    " + withoutControls(id);
+    }
+    throw Failure("there is no host controller with the DeviceID \"" + *deviceId +
+                  "\". There is:" + known);
+}
+
+Array<CIMInstance> chooseResults(const Array<CIMInstance>& results,
+                                 const std::optional<std::string>& deviceId) {
+    Array<CIMInstance> chosen;
+    for (Uint32 i = 0; i < results.size(); ++i) {
+        if (!deviceId.has_value() || textOf(results[i], "ExecutionID") == *deviceId) {
+            chosen.append(results[i]);
+        }
+    }
+    return chosen;
+}
+
+}  // namespace usbhcdiag

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// Which test, element and results of a server a command is about.
+#pragma once
+
+#include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/CIMInstance.h>
+
+#include <optional>
+#include <string>
+
+#include "cli/Server.h"
+
+namespace usbhcdiag {
+
+/// The test to run: the first, since the provider offers one. Throws Failure where there is none.
+Pegasus::CIMInstance chooseTest(const Pegasus::Array<Pegasus::CIMInstance>& tests);
+
+/// The element with that DeviceID, or the first. Throws Failure with the DeviceIDs that there are;
+/// where there is none at all, Failure, or NothingRead if a private server found none.
+Pegasus::CIMInstance chooseElement(const Pegasus::Array<Pegasus::CIMInstance>& elements,
+                                   const std::optional<std::string>& deviceId,
+                                   const Server& server);
+
+/// The results that are filed under that DeviceID ("ExecutionID"), or all.
+Pegasus::Array<Pegasus::CIMInstance> chooseResults(
+    const Pegasus::Array<Pegasus::CIMInstance>& results,
+    const std::optional<std::string>& deviceId);
+
+}  // namespace usbhcdiag

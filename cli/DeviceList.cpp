@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#include "cli/DeviceList.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+
+#include "cli/FileDescriptor.h"
+
+namespace usbhcdiag {
+namespace {
+
+using State = DeviceListFinding::State;
+
+constexpr const char* kernelList = "/sys/kernel/debug/usb/devices";
+constexpr const char* debugFolder = "/sys/kernel/debug";
+
+DeviceListFinding failed(int error) {
+    const bool missing = error == ENOENT || error == ENOTDIR;
+    return {missing ? State::missing : State::unreadable, std::strerror(error)};
+}
+
+bool isDebugfsMounted() {
+    constexpr auto debugfsMagic = 0x64626720;
+    struct statfs status {};
+    return ::statfs(debugFolder, &status) == 0 && status.f_type == debugfsMagic;
+}
+
+/// What stands at `path`, as the end of a sentence that begins with "because ".
+std::string clause(const std::string& path, const DeviceListFinding& finding) {
+    switch (finding.state) {
+        case State::missing:
+            return "there is no " + path;
+        case State::unreadable:
+            return path + " cannot be read (" + finding.reason + ")";
+        case State::empty:
+            return path + " is empty";
+        case State::blank:
+            return path + " holds no USB device (no line that begins with \"T:\")";
+        case State::filled:
+            break;
+    }
+    return "nothing came of " + path;
+}
+
+/// What to do where the kernel's list is at `path`.
+std::string kernelAdvice(const std::string& path, const DeviceListFinding& finding) {
+    switch (finding.state) {
+        case State::missing:
+            return isDebugfsMounted()
+                       ? "The kernel offers none either (" + path +
+                             "): it has no USB support loaded, or this machine has no USB.\n"
+                       : "This kernel has its list at " + path +
+                             ", once debugfs is mounted:\n"
+                             "    mount -t debugfs debugfs " +
+                             debugFolder + "\n";
+        case State::unreadable:
+            return "This kernel has its list at " + path + ", which cannot be read (" +
+                   finding.reason +
+                   ").\nRoot can, and a run as root is shown it:\n    sudo usbhcdiag run\n";
+        case State::empty:
+        case State::blank:
+            return "The kernel's list at " + path +
+                   " is empty, too: this machine has no USB host controller, or no driver for it "
+                   "is loaded.\n";
+        case State::filled:
+            break;
+    }
+    return "This kernel has its list at " + path +
+           ". Present it to the serving process alone:\n"
+           "    with-device-list " +
+           path + " PROGRAM [ARGUMENT]...\n";
+}
+
+const char* const replayAdvice = "A recorded list is read with\n    usbhcdiag run --devices FILE\n";
+
+}  // namespace
+
+DeviceListFinding examineDeviceList(const std::string& path) {
+    // Without waiting for the other end of a FIFO.
+    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (file.get() < 0) {
+        return failed(errno);
+    }
+    struct stat status {};
+    if (::fstat(file.get(), &status) == 0 && S_ISFIFO(status.st_mode)) {
+        return {State::unreadable, "it is a FIFO"};
+    }
+    std::array<char, 8192> buffer{};
+    const ssize_t count = ::read(file.get(), buffer.data(), buffer.size());
+    if (count < 0) {
+        return failed(errno);
+    }
+    if (count == 0) {
+        return {State::empty, {}};
+    }
+    const std::string_view text(buffer.data(), static_cast<size_t>(count));
+    const bool hasDevice = text.substr(0, 2) == "T:" || text.find("\nT:") != std::string_view::npos;
+    return {hasDevice ? State::filled : State::blank, {}};
+}
+
+DeviceListPlaces deviceListPlaces(int server) {
+    return {ZORVA_DEVICE_LIST_PATH,
+            "/proc/" + std::to_string(server) + "/root" + ZORVA_DEVICE_LIST_PATH, kernelList};
+}
+
+std::string nothingReadPrivately(const DeviceListPlaces& places, const std::string& replayed) {
+    const std::string start = "nothing was read: ";
+    if (!replayed.empty()) {
+        return start + clause(replayed, examineDeviceList(replayed)) +
+               ".\nA recorded list is a copy of " ZORVA_DEVICE_LIST_PATH " (old kernels) or " +
+               kernelList + ".\n";
+    }
+    return start + clause(places.expected, examineDeviceList(places.seen)) + ".\n" +
+           kernelAdvice(places.kernel, examineDeviceList(places.kernel)) + replayAdvice;
+}
+
+std::string noHostController(const DeviceListPlaces& places) {
+    return "nothing was read: this machine shows no USB host controller.\n" +
+           kernelAdvice(places.kernel, examineDeviceList(places.kernel)) + replayAdvice;
+}
+
+std::string nothingReadAt(const std::string& url) {
+    return "nothing was read: the server at " + url + " found no device list at " +
+           ZORVA_DEVICE_LIST_PATH +
+           ", or an empty one.\n"
+           "On that machine look at that path and at " +
+           kernelList +
+           ", where modern kernels have the list.\n"
+           "The server must find it at the first: the manual (man usbhcdiag, section DEVICE LIST)\n"
+           "says how to present it.\n";
+}
+
+}  // namespace usbhcdiag

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// Why there was nothing to read, and what to do about it.
+#pragma once
+
+#include <string>
+
+namespace usbhcdiag {
+
+/// What stands at a path where a device list is looked for.
+struct DeviceListFinding {
+    enum class State { missing, unreadable, empty, blank, filled };
+
+    State state = State::missing;
+    std::string reason;  ///< of missing and unreadable: the system's text
+};
+
+/// Looks at `path` without waiting (a FIFO or a wedged device counts as unreadable).
+/// "blank" means that no line of it begins a device ("T:").
+DeviceListFinding examineDeviceList(const std::string& path);
+
+/// Where device lists are looked for.
+struct DeviceListPlaces {
+    std::string expected;  ///< where the provider reads
+    std::string seen;      ///< the same place, as this process gets at what the server sees there
+    std::string kernel;    ///< where a modern kernel has it
+};
+
+/// The places as the process `server` on this machine sees them.
+DeviceListPlaces deviceListPlaces(int server);
+
+/// The message for a private server that read nothing. `replayed` is the file that --devices named,
+/// empty where it was the kernel's list.
+std::string nothingReadPrivately(const DeviceListPlaces& places, const std::string& replayed);
+
+/// The message for a private server that found no host controller to run the test on.
+std::string noHostController(const DeviceListPlaces& places);
+
+/// The message for the server at `url` that read nothing.
+std::string nothingReadAt(const std::string& url);
+
+}  // namespace usbhcdiag

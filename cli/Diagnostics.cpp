@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+#include "cli/Diagnostics.h"
+
+#include <Pegasus/Common/CIMParamValue.h>
+#include <Pegasus/Common/CIMProperty.h>
+
+#include "cli/Errors.h"
+#include "cli/Values.h"
+#include "host/cimxml/XmlText.h"
+
+namespace usbhcdiag {
+namespace {
+
+using namespace Pegasus;
+
+const CIMNamespaceName& nameSpace() {
+    static const CIMNamespaceName name("root/kavex");
+    return name;
+}
+
+/// The code that a method answered. A server that has no provider for the method answers none.
+Uint32 returnCode(const cimhost::MethodResult& answer, const char* method) {
+    Uint32 code = 0;
+    if (!answer.returnValue.has_value() || answer.returnValue->getType() != CIMTYPE_UINT32 ||
+        answer.returnValue->isArray() || answer.returnValue->isNull()) {
+        throw Failure(std::string(method) +
+                      " came back without a return code: is the provider registered for the "
+                      "methods of the test's class?");
+    }
+    answer.returnValue->get(code);
+    return code;
+}
+
+void requireSuccess(const cimhost::MethodResult& answer, const char* method) {
+    const Uint32 code = returnCode(answer, method);
+    if (code != 0) {
+        throw Failure(std::string(method) + " answered " + std::to_string(code) + ": " +
+                      returnCodeText(code));
+    }
+}
+
+CIMObjectPath resultReference(const cimhost::MethodResult& answer) {
+    for (Uint32 i = 0; i < answer.outParameters.size(); ++i) {
+        const CIMParamValue& parameter = answer.outParameters[i];
+        const CIMValue value = parameter.getValue();
+        if (String::equalNoCase(parameter.getParameterName(), "Result") &&
+            value.getType() == CIMTYPE_REFERENCE && !value.isArray() && !value.isNull()) {
+            CIMObjectPath path;
+            value.get(path);
+            return path;
+        }
+    }
+    throw Failure("RunTest came back without a reference to its result");
+}
+
+}  // namespace
+
+std::string testStateText(std::uint16_t state) {
+    switch (static_cast<TestState>(state)) {
+        case TestState::unknown:
+            return "unknown";
+        case TestState::passed:
+            return "passed";
+        case TestState::failed:
+            return "failed";
+        case TestState::inProgress:
+            return "in progress";
+        case TestState::stopped:
+            return "stopped";
+    }
+    return "state " + std::to_string(state);
+}
+
+std::string returnCodeText(std::uint32_t code) {
+    switch (code) {
+        case 1024:
+            return "there is no result record for this test and element";
+        case 1028:
+            return "the test is already in progress on this element";
+        case 1034:
+            return "a test that runs alone is already in progress on this element";
+        case 1040:
+            return "a parameter is not a reference";
+        case 1044:
+            return "the server cannot find the element, or it has no properties";
+        case 1050:
+            return "a parameter is missing";
+        default:
+            return "a code that this program does not know";
+    }
+}
+
+Array<CIMInstance> Diagnostics::instances(const char* className) {
+    return client_.enumerateInstances(nameSpace(), CIMName(className));
+}
+
+Array<CIMInstance> Diagnostics::tests() {
+    return instances("ZORVA_UsbHc_DiagTest");
+}
+
+Array<CIMInstance> Diagnostics::elements() {
+    return instances("ZORVA_UsbHc");
+}
+
+Array<CIMInstance> Diagnostics::results() {
+    return instances("ZORVA_UsbHc_DiagResult");
+}
+
+Array<CIMInstance> Diagnostics::managedObjects() {
+    Array<CIMInstance> all = instances("QUIRVO_ComputerSystem");
+    all.appendArray(elements());
+    all.appendArray(instances("ZORVA_UsbHc_TestSoftware"));
+    return all;
+}
+
+CIMInstance Diagnostics::run(const CIMInstance& test, const CIMInstance& element) {
+    const cimhost::MethodResult answer = invoke(test, "RunTest", element.getPath());
+    requireSuccess(answer, "RunTest");
+    const CIMObjectPath reference = resultReference(answer);
+    CIMInstance result = client_.getInstance(nameSpace(), reference);
+    const std::string filedUnder = textOf(result, "ExecutionID");
+    if (filedUnder != textOf(element, "DeviceID")) {
+        throw Failure("RunTest on " + textOf(element, "DeviceID") +
+                      " led to a result that is filed under \"" + filedUnder + "\"");
+    }
+    return result;
+}
+
+Uint32 Diagnostics::clear(const CIMInstance& test, const CIMObjectPath& element) {
+    const cimhost::MethodResult answer = invoke(test, "ClearResults", element);
+    requireSuccess(answer, "ClearResults");
+    Uint32 kept = 0;
+    for (Uint32 i = 0; i < answer.outParameters.size(); ++i) {
+        const String& name = answer.outParameters[i].getParameterName();
+        kept += String::equalNoCase(name, "ResultsNotCleared") ? 1 : 0;
+    }
+    return kept;
+}
+
+cimhost::MethodResult Diagnostics::invoke(const CIMInstance& test, const char* method,
+                                          const CIMObjectPath& element) {
+    CIMObjectPath reference = element;
+    reference.setNameSpace(nameSpace());
+    Array<CIMParamValue> parameters;
+    parameters.append(CIMParamValue("SystemElement", CIMValue(reference), true));
+    return client_.invokeMethod(nameSpace(), test.getPath(), CIMName(method), parameters);
+}
+
+}  // namespace usbhcdiag

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+// What the parts of usbhcdiag throw. main() alone catches, writes the message and picks the exit
+// status.
+#pragma once
+
+#include <stdexcept>
+
+namespace usbhcdiag {
+
+/// The command line makes no sense; the message names the word at fault.
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Something could not be done; the message names the file, URL or element at fault and says what
+/// to do about it.
+class Failure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// There was no device list to read; the message says what was found instead and how to present
+/// one.
+class NothingRead : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+}  // namespace usbhcdiag

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: MIT
+// Lists of instances, for people and for programs.
+#pragma once
+
+#include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/CIMInstance.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace usbhcdiag {
+
+/// A column of a list: its heading, and how its cells come from an instance.
+struct Column {
+    using Cell = std::function<std::string(const Pegasus::CIMInstance&)>;
+
+    Column(std::string columnHeading, Cell columnCell);
+    /// A column that shows a property.
+    Column(std::string columnHeading, const char* property);
+
+    std::string heading;
+    Cell cell;
+};
+
+/// Prints instances on standard output: as a table (bold headings on a terminal), or with `json`
+/// as an array of objects with every property.
+void print(const Pegasus::Array<Pegasus::CIMInstance>& instances,
+           const std::vector<Column>& columns, bool json);
+
+}  // namespace usbhcdiag

@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: MIT
+#include "cli/PrivateServer.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/random.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstring>
+#include <thread>
+#include <vector>
+
+#include "cli/Errors.h"
+
+namespace usbhcdiag {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Generous: a machine under load starts programs slowly, and a failed start shows at once.
+constexpr std::chrono::seconds startLimit{30};
+constexpr std::chrono::seconds endLimit{3};
+
+// The descriptor that the server finds its credentials at.
+constexpr int credentialsNumber = 3;
+
+std::string reason() {
+    return std::strerror(errno);
+}
+
+std::string randomHex() {
+    std::array<unsigned char, 16> bytes{};
+    if (::getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) {
+        throw Failure("cannot make a password: " + reason());
+    }
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string text;
+    for (const unsigned char byte : bytes) {
+        text += digits[byte >> 4U];
+        text += digits[byte & 15U];
+    }
+    return text;
+}
+
+/// A file in memory that only its owner may read.
+FileDescriptor memoryFile(const char* name) {
+    FileDescriptor file(::memfd_create(name, MFD_CLOEXEC));
+    if (file.get() < 0 || ::fchmod(file.get(), S_IRUSR | S_IWUSR) != 0) {
+        throw Failure("cannot make a file in memory: " + reason());
+    }
+    return file;
+}
+
+void writeAll(const FileDescriptor& file, const std::string& text) {
+    if (::write(file.get(), text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
+        throw Failure("cannot write to a file in memory: " + reason());
+    }
+}
+
+/// Waits for `process` until `limit` has passed; whether it has ended.
+bool waitFor(pid_t process, Clock::duration limit) {
+    const auto deadline = Clock::now() + limit;
+    // No call waits for a process with a limit on every kernel that we serve (pidfd is from 5.3).
+    for (auto pause = std::chrono::milliseconds(1);; pause *= 2) {
+        if (::waitpid(process, nullptr, WNOHANG) != 0) {
+            return true;
+        }
+        if (Clock::now() >= deadline) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::min(pause, std::chrono::milliseconds(50)));
+    }
+}
+
+}  // namespace
+
+PrivateServer::PrivateServer(const std::string& program, const std::optional<std::string>& devices)
+    : user_("usbhcdiag"),
+      password_(randomHex()),
+      credentials_(memoryFile("credentials")),
+      diagnostics_(memoryFile("diagnostics")) {
+    writeAll(credentials_, user_ + ":" + password_ + "\n");
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
+        throw Failure("cannot make a pipe: " + reason());
+    }
+    const FileDescriptor readEnd(ends[0]);
+    FileDescriptor writeEnd(ends[1]);
+    const pid_t parent = ::getpid();
+    process_ = ::fork();
+    if (process_ < 0) {
+        throw Failure("cannot start " + program + ": " + reason());
+    }
+    if (process_ == 0) {
+        become(program, devices, writeEnd.get(), parent);
+    }
+    writeEnd = FileDescriptor();
+    try {
+        awaitReady(program, readEnd);
+    } catch (...) {
+        end();
+        throw;
+    }
+}
+
+PrivateServer::~PrivateServer() {
+    end();
+}
+
+void PrivateServer::become(const std::string& program, const std::optional<std::string>& devices,
+                           int readyPipe, pid_t parent) const {
+    // A signal to the terminal's group is for this command, which then takes the server with it.
+    ::setpgid(0, 0);
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != parent) {
+        ::_exit(1);  // it ended before the line above
+    }
+    const std::string credentialsName = "/dev/fd/" + std::to_string(credentialsNumber);
+    std::vector<const char*> arguments = {program.c_str(), "--port", "0", "--credentials",
+                                          credentialsName.c_str()};
+    if (devices.has_value()) {
+        arguments.insert(arguments.end(), {"--devices", devices->c_str()});
+    }
+    arguments.push_back(nullptr);
+
+    const int input = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    // Above the numbers that are about to be taken, so that no dup2 closes another's source.
+    const int credentials = ::fcntl(credentials_.get(), F_DUPFD_CLOEXEC, 10);
+    const int output = ::fcntl(readyPipe, F_DUPFD_CLOEXEC, 10);
+    const int errors = ::fcntl(diagnostics_.get(), F_DUPFD_CLOEXEC, 10);
+    const bool ready = ::dup2(input, STDIN_FILENO) >= 0 && ::dup2(output, STDOUT_FILENO) >= 0 &&
+                       ::dup2(errors, STDERR_FILENO) >= 0 &&
+                       ::dup2(credentials, credentialsNumber) >= 0 && ::chdir("/proc") == 0;
+    if (ready) {
+        ::execv(program.c_str(), const_cast<char* const*>(arguments.data()));
+    }
+    const std::string text = "cannot be run: " + reason() + "\n";
+    [[maybe_unused]] const auto written = ::write(STDERR_FILENO, text.data(), text.size());
+    ::_exit(1);
+}
+
+void PrivateServer::awaitReady(const std::string& program, const FileDescriptor& readyPipe) {
+    constexpr std::string_view announcement = "listening on ";
+    const auto deadline = Clock::now() + startLimit;
+    std::string line;
+    while (line.find('\n') == std::string::npos) {
+        const auto left =
+            std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
+        pollfd poll{readyPipe.get(), POLLIN, 0};
+        const int found = ::poll(&poll, 1, left > 0 ? static_cast<int>(left) : 0);
+        if (found < 0 && errno == EINTR) {
+            continue;
+        }
+        if (found <= 0) {
+            throw Failure(program + " is not ready after " + std::to_string(startLimit.count()) +
+                          " seconds\n" + diagnostics());
+        }
+        std::array<char, 512> buffer{};
+        const ssize_t count = ::read(readyPipe.get(), buffer.data(), buffer.size());
+        if (count <= 0) {
+            throw Failure("the private server did not start: " + program + "\n" + diagnostics());
+        }
+        line.append(buffer.data(), static_cast<size_t>(count));
+    }
+    line.resize(line.find('\n'));
+    if (line.compare(0, announcement.size(), announcement) != 0) {
+        throw Failure(program + " is not the cimhost of this version: it says \"" + line + "\"");
+    }
+    url_ = line.substr(announcement.size());
+}
+
+void PrivateServer::end() {
+    if (process_ > 0) {
+        ::kill(process_, SIGTERM);
+        // A list whose reading waits for ever must not hold up the end.
+        if (!waitFor(process_, endLimit)) {
+            ::kill(process_, SIGKILL);
+            ::waitpid(process_, nullptr, 0);
+        }
+        process_ = -1;
+    }
+}
+
+std::string PrivateServer::diagnostics() const {
+    constexpr off_t limit = 65536;
+    struct stat status {};
+    if (::fstat(diagnostics_.get(), &status) != 0) {
+        return {};
+    }
+    const off_t start = status.st_size > limit ? status.st_size - limit : 0;
+    std::string text(static_cast<size_t>(status.st_size - start), '\0');
+    const ssize_t count = ::pread(diagnostics_.get(), text.data(), text.size(), start);
+    text.resize(count > 0 ? static_cast<size_t>(count) : 0);
+    while (!text.empty() && text.back() == '\n') {
+        text.pop_back();
+    }
+    return text;
+}
+
+std::string cimhostProgram() {
+    std::string path(4096, '\0');
+    const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
+    if (length <= 0) {
+        throw Failure("cannot find this program's own folder: /proc/self/exe: " + reason());
+    }
+    path.resize(static_cast<size_t>(length));
+    path.replace(path.rfind('/') + 1, std::string::npos, "cimhost");
+    if (::access(path.c_str(), X_OK) != 0) {
+        throw Failure("the private server is missing: " + path + ": " + reason() +
+                      "\nIt belongs beside usbhcdiag. With --server URL another one is used.");
+    }
+    return path;
+}
+
+}  // namespace usbhcdiag

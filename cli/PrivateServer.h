@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// A CIM server of this command's own.
+#pragma once
+
+#include <sys/types.h>
+
+#include <optional>
+#include <string>
+
+#include "cli/FileDescriptor.h"
+
+namespace usbhcdiag {
+
+/// The program `cimhost`, started for this command alone on a free loopback port.
+///
+/// Only this process can use it: its user and password are made for this run and handed over in a
+/// file that has no name, so that nothing is left behind, whatever happens. It ends with this
+/// object, and when this process ends in any way, SIGKILL included.
+///
+/// Its working directory is one where no file can be made: it leaves no debug log behind.
+///
+/// Main thread only: the server ends with the thread that started it.
+class PrivateServer {
+public:
+    /// Starts `program` and waits until it is ready. `devices`: the device list to show it, with an
+    /// absolute name; otherwise it finds the kernel's. Throws Failure with what it said.
+    PrivateServer(const std::string& program, const std::optional<std::string>& devices);
+    PrivateServer(const PrivateServer&) = delete;
+    PrivateServer& operator=(const PrivateServer&) = delete;
+    ~PrivateServer();
+
+    const std::string& url() const { return url_; }
+    const std::string& user() const { return user_; }
+    const std::string& password() const { return password_; }
+    pid_t process() const { return process_; }
+
+    /// What the server has written to its standard error so far, at most the last 64 KiB.
+    std::string diagnostics() const;
+
+private:
+    [[noreturn]] void become(const std::string& program, const std::optional<std::string>& devices,
+                             int readyPipe, pid_t parent) const;
+    void awaitReady(const std::string& program, const FileDescriptor& readyPipe);
+    void end();
+
+    std::string url_;
+    std::string user_;
+    std::string password_;
+    FileDescriptor credentials_;
+    FileDescriptor diagnostics_;
+    pid_t process_ = -1;
+};
+
+/// The `cimhost` that belongs to this program: the one beside its executable. Throws Failure where
+/// there is none.
+std::string cimhostProgram();
+
+}  // namespace usbhcdiag

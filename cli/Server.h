@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+// The server that a command talks to: the one named on the command line, or a private one.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "cli/CommandLine.h"
+#include "cli/PrivateServer.h"
+#include "host/client/CimClient.h"
+
+namespace usbhcdiag {
+
+/// The server that an invocation names; a private one is started here and ended with this object.
+///
+/// Main thread only.
+class Server {
+public:
+    /// Does not connect yet. Throws UsageError for a URL that is none, Failure for credentials that
+    /// cannot be used and for a private server that does not start.
+    explicit Server(const Invocation& invocation);
+
+    cimhost::CimClient& client() { return *client_; }
+
+    /// Where the server is, without credentials, for messages.
+    const std::string& url() const { return url_; }
+
+    /// The private server; null where another one is used.
+    const PrivateServer* privateServer() const { return private_.get(); }
+
+    /// The message for a request that the server answered with an error, or did not answer: names
+    /// the server; of a private one, also what it wrote to its standard error.
+    std::string explain(const std::string& what) const;
+
+private:
+    std::unique_ptr<PrivateServer> private_;
+    std::string url_;
+    std::unique_ptr<cimhost::CimClient> client_;
+};
+
+}  // namespace usbhcdiag

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// usbhcdiag elements
+#include "cli/Diagnostics.h"
+#include "cli/Listing.h"
+#include "cli/commands/Commands.h"
+
+namespace usbhcdiag {
+
+ExitStatus listElements(Server& server, const Invocation& invocation) {
+    print(Diagnostics(server.client()).elements(),
+          {{"DEVICEID", "DeviceID"}, {"NAME", "ElementName"}, {"DESCRIPTION", "Description"}},
+          invocation.json);
+    return exitSuccess;
+}
+
+}  // namespace usbhcdiag

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+// usbhcdiag run
+#include <unistd.h>
+
+#include <iostream>
+
+#include "cli/Choice.h"
+#include "cli/DeviceList.h"
+#include "cli/Diagnostics.h"
+#include "cli/Errors.h"
+#include "cli/Progress.h"
+#include "cli/Terminal.h"
+#include "cli/Text.h"
+#include "cli/Values.h"
+#include "cli/commands/Commands.h"
+
+namespace usbhcdiag {
+namespace {
+
+using namespace Pegasus;
+
+CIMInstance runWithProgress(Diagnostics& diagnostics, const CIMInstance& test,
+                            const CIMInstance& element) {
+    const Progress progress("running " + textOf(test, "Name") + " on " +
+                            textOf(element, "DeviceID"));
+    return diagnostics.run(test, element);
+}
+
+/// The report on standard output, one line of it per line. A terminal is spared the control
+/// characters of device names; anything else gets them as they are.
+void printReport(const Json& lines) {
+    const bool toTerminal = isTerminal(STDOUT_FILENO);
+    for (const Json& line : lines) {
+        const auto text = line.get<std::string>();
+        std::cout << (toTerminal ? withoutControls(text) : withoutLineFeeds(text)) << "\n";
+    }
+}
+
+std::string nothingRead(const Server& server, const Invocation& invocation) {
+    const PrivateServer* privateServer = server.privateServer();
+    return privateServer == nullptr
+               ? nothingReadAt(server.url())
+               : nothingReadPrivately(deviceListPlaces(privateServer->process()),
+                                      invocation.devices.value_or(""));
+}
+
+}  // namespace
+
+ExitStatus runTest(Server& server, const Invocation& invocation) {
+    Diagnostics diagnostics(server.client());
+    const CIMInstance test = chooseTest(diagnostics.tests());
+    const CIMInstance element = chooseElement(diagnostics.elements(), invocation.element, server);
+    const CIMInstance result = runWithProgress(diagnostics, test, element);
+
+    const Json lines = valueOf(result, "TestResults");
+    if (invocation.json) {
+        std::cout << documentOf(jsonOf(result));
+    } else {
+        printReport(lines);
+    }
+    std::cout.flush();
+    const Json state = valueOf(result, "TestState");
+    if (state != static_cast<std::uint16_t>(TestState::passed)) {
+        throw Failure("the result on " + textOf(element, "DeviceID") + " did not pass: it is " +
+                      (state.is_number() ? testStateText(state.get<std::uint16_t>()) : "unknown"));
+    }
+    if (lines.empty()) {
+        throw NothingRead(nothingRead(server, invocation));
+    }
+    return exitSuccess;
+}
+
+}  // namespace usbhcdiag

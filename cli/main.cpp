@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+// usbhcdiag: the USB diagnostics for people.
+#include <Pegasus/Common/Exception.h>
+
+#include <algorithm>
+#include <cstring>
+#include <exception>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "cli/Errors.h"
+#include "cli/Help.h"
+#include "cli/commands/Commands.h"
+#include "host/cimxml/XmlText.h"
+#include "host/client/CimClient.h"
+
+namespace usbhcdiag {
+namespace {
+
+ExitStatus dispatch(Server& server, const Invocation& invocation) {
+    switch (invocation.command) {
+        case Command::run:
+            return runTest(server, invocation);
+        case Command::tests:
+            return listTests(server, invocation);
+        case Command::elements:
+            return listElements(server, invocation);
+        case Command::results:
+            return listResults(server, invocation);
+        case Command::clear:
+            return clearResults(server, invocation);
+        case Command::mof:
+            return printMof(server, invocation);
+    }
+    return exitFailure;
+}
+
+ExitStatus perform(const Invocation& invocation) {
+    Server server(invocation);
+    try {
+        return dispatch(server, invocation);
+    } catch (const cimhost::ClientError& error) {
+        throw Failure(server.explain(error.what()));
+    } catch (const Pegasus::Exception& error) {
+        throw Failure(server.explain(cimhost::toUtf8(error.getMessage())));
+    }
+}
+
+ExitStatus perform(const Request& request) {
+    if (const auto* help = std::get_if<HelpRequest>(&request)) {
+        std::cout << (help->command.has_value() ? commandHelp(syntaxOf(*help->command))
+                                                : generalHelp());
+        return exitSuccess;
+    }
+    if (std::holds_alternative<VersionRequest>(request)) {
+        std::cout << versionText();
+        return exitSuccess;
+    }
+    return perform(std::get<Invocation>(request));
+}
+
+/// Takes a password in a URL out of what other users see of this process.
+void hidePasswords(int count, char* words[]) {
+    for (int i = 1; i < count; ++i) {
+        char* const start = std::strstr(words[i], "://");
+        char* const end = start == nullptr ? nullptr : std::strrchr(start, '@');
+        if (end != nullptr) {
+            std::fill(start + std::strlen("://"), end, '*');
+        }
+    }
+}
+
+void complain(const std::exception& error) {
+    std::string text = error.what();
+    while (!text.empty() && text.back() == '\n') {
+        text.pop_back();
+    }
+    std::cerr << "usbhcdiag: " << text << "\n";
+}
+
+int runProgram(int argc, char* argv[]) {
+    const std::vector<std::string> words(argv + 1, argv + argc);
+    hidePasswords(argc, argv);
+    try {
+        const ExitStatus status = perform(readCommandLine(words));
+        if (!std::cout.flush()) {
+            throw Failure("standard output cannot be written");
+        }
+        return status;
+    } catch (const UsageError& error) {
+        complain(error);
+        std::cerr << "Try `usbhcdiag --help`.\n";
+        return exitUsage;
+    } catch (const NothingRead& error) {
+        complain(error);
+        return exitNothingRead;
+    } catch (const std::exception& error) {
+        complain(error);
+        return exitFailure;
+    }
+}
+
+}  // namespace
+}  // namespace usbhcdiag
+
+int main(int argc, char* argv[]) {
+    return usbhcdiag::runProgram(argc, argv);
+}

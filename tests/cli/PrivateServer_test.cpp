@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: MIT
+#include "cli/PrivateServer.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <thread>
+
+#include "cli/Errors.h"
+
+namespace usbhcdiag {
+namespace {
+
+std::string failure(const std::string& program, const std::optional<std::string>& devices) {
+    try {
+        const PrivateServer server(program, devices);
+    } catch (const Failure& error) {
+        return error.what();
+    }
+    return "(none)";
+}
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+TEST(PrivateServer, TellsItsUrl) {
+    const PrivateServer server(FAKE_CIMHOST, std::nullopt);
+    EXPECT_EQ(server.url(), "http://127.0.0.1:4711");
+}
+
+TEST(PrivateServer, TakesAReadyLineInPieces) {
+    const PrivateServer server(FAKE_CIMHOST, "/in-pieces");
+    EXPECT_EQ(server.url(), "http://127.0.0.1:7");
+}
+
+TEST(PrivateServer, HandsOverCredentialsThatOthersCannotRead) {
+    const PrivateServer server(FAKE_CIMHOST, std::nullopt);
+    const std::string said = server.diagnostics();
+    EXPECT_TRUE(contains(said, "mode 600\n")) << said;
+    EXPECT_TRUE(contains(said, "credentials " + server.user() + ":" + server.password() + "\n"))
+        << said;
+    EXPECT_EQ(server.password().size(), 32U);
+}
+
+TEST(PrivateServer, MakesAPasswordForEachRun) {
+    const PrivateServer one(FAKE_CIMHOST, std::nullopt);
+    const PrivateServer other(FAKE_CIMHOST, std::nullopt);
+    EXPECT_NE(one.password(), other.password());
+}
+
+TEST(PrivateServer, RunsWhereNoFileCanBeMadeAndInAGroupOfItsOwn) {
+    const PrivateServer server(FAKE_CIMHOST, std::nullopt);
+    const std::string said = server.diagnostics();
+    EXPECT_TRUE(contains(said, "folder /proc\n")) << said;
+    EXPECT_TRUE(contains(said, "group leader 1")) << said;
+}
+
+TEST(PrivateServer, EndsWithItsObject) {
+    pid_t process = -1;
+    {
+        const PrivateServer server(FAKE_CIMHOST, std::nullopt);
+        process = server.process();
+        ASSERT_EQ(::kill(process, 0), 0);
+    }
+    EXPECT_NE(::kill(process, 0), 0);
+    EXPECT_EQ(errno, ESRCH);
+}
+
+TEST(PrivateServer, EndsAlsoWhenItIgnoresTheRequest) {
+    pid_t process = -1;
+    {
+        const PrivateServer server(FAKE_CIMHOST, "/stubborn");
+        process = server.process();
+        while (!contains(server.diagnostics(), "ignoring SIGTERM")) {
+            std::this_thread::yield();
+        }
+    }
+    EXPECT_NE(::kill(process, 0), 0);
+}
+
+TEST(PrivateServer, EndsWithThisProcessHoweverThatEnds) {
+    ::prctl(PR_SET_CHILD_SUBREAPER, 1);  // orphans become this process' children
+    for (const int signal : {SIGINT, SIGTERM, SIGKILL}) {
+        std::array<int, 2> channel{};
+        ASSERT_EQ(::pipe(channel.data()), 0);
+        const pid_t command = ::fork();
+        if (command == 0) {
+            const PrivateServer server(FAKE_CIMHOST, "/stubborn");
+            const pid_t process = server.process();
+            [[maybe_unused]] const auto count = ::write(channel[1], &process, sizeof process);
+            for (;;) {
+                ::pause();
+            }
+        }
+        pid_t server = -1;
+        ASSERT_EQ(::read(channel[0], &server, sizeof server), static_cast<ssize_t>(sizeof server));
+        ASSERT_EQ(::kill(server, 0), 0);
+        ::kill(command, signal);
+        int status = 0;
+        ::waitpid(command, &status, 0);
+        EXPECT_EQ(WTERMSIG(status), signal);
+        EXPECT_EQ(::waitpid(server, &status, 0), server);
+        EXPECT_EQ(WTERMSIG(status), SIGKILL) << "after signal " << signal;
+        ::close(channel[0]);
+        ::close(channel[1]);
+    }
+}
+
+TEST(PrivateServer, PassesOnWhatAFailedServerSaid) {
+    EXPECT_EQ(failure(FAKE_CIMHOST, "/fails"),
+              "the private server did not start: " FAKE_CIMHOST "\ncannot do it");
+}
+
+TEST(PrivateServer, NamesAProgramThatCannotBeRun) {
+    EXPECT_EQ(failure("/nowhere/cimhost", std::nullopt),
+              "the private server did not start: /nowhere/cimhost\n"
+              "cannot be run: No such file or directory");
+}
+
+TEST(PrivateServer, RefusesAProgramThatIsNoCimhost) {
+    EXPECT_EQ(failure(FAKE_CIMHOST, "/babbles"),
+              FAKE_CIMHOST " is not the cimhost of this version: it says \"hello\"");
+}
+
+TEST(PrivateServer, IsNotHeldUpByWhatNobodyReadsAndKeepsTheEnd) {
+    const PrivateServer server(FAKE_CIMHOST, "/talkative");
+    while (!contains(server.diagnostics(), "line 19999")) {
+        std::this_thread::yield();
+    }
+    EXPECT_LE(server.diagnostics().size(), 65536U);
+    EXPECT_FALSE(contains(server.diagnostics(), "line 0\n"));
+}
+
+TEST(PrivateServer, NamesTheProgramThatIsMissingBesideThisOne) {
+    try {
+        FAIL() << cimhostProgram();
+    } catch (const Failure& error) {
+        EXPECT_TRUE(contains(error.what(), "the private server is missing: "));
+        EXPECT_TRUE(contains(error.what(), "/cimhost: No such file or directory\n"));
+        EXPECT_TRUE(contains(error.what(), "--server URL"));
+    }
+}
+
+}  // namespace
+}  // namespace usbhcdiag
