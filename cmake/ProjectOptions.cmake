@@ -30,3 +30,8 @@ if(ZORVA_FUZZ AND NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     message(FATAL_ERROR "The fuzz targets need clang's libFuzzer: configure with "
         "-DCMAKE_CXX_COMPILER=clang++ (Debian packages clang and libclang-rt-14-dev).")
 endif()
+if(ZORVA_FUZZ)
+    # libFuzzer learns from what the code under test does.
+    target_compile_options(zorva_options INTERFACE -fsanitize=fuzzer-no-link)
+    target_link_options(zorva_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()

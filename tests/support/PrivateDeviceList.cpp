@@ -2,7 +2,6 @@
 #include "tests/support/PrivateDeviceList.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <linux/capability.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
@@ -60,6 +59,21 @@ void uncoverFolder() {
 
 }  // namespace
 
+void PrivateDeviceList::enterOrExit() {
+    const char* folder = std::getenv("TMPDIR");
+    std::string name = std::string(folder == nullptr ? "/tmp" : folder) + "/devicelist.XXXXXX";
+    listFile = mkostemp(name.data(), O_CLOEXEC);
+    expect(listFile >= 0, "mkostemp");
+    try {
+        listmount::DeviceListMount(name).enter();
+    } catch (const listmount::DeviceListMountError& error) {
+        unlink(name.c_str());
+        std::cout << "skipped: no private view of the device list: " << error.what() << std::endl;
+        std::exit(skipped);
+    }
+    unlink(name.c_str());  // the view keeps it
+}
+
 void PrivateDeviceList::show(std::string_view content) {
     // Cut last: a file that shrinks to nothing each time costs far more.
     const ssize_t written = pwrite(listFile, content.data(), content.size(), 0);
@@ -92,21 +106,4 @@ PrivateDeviceList::Folder::Folder() {
 
 PrivateDeviceList::Folder::~Folder() {
     uncoverFolder();
-}
-
-int main(int argc, char* argv[]) {
-    testing::InitGoogleTest(&argc, argv);
-    const char* folder = std::getenv("TMPDIR");
-    std::string name = std::string(folder == nullptr ? "/tmp" : folder) + "/devicelist.XXXXXX";
-    listFile = mkostemp(name.data(), O_CLOEXEC);
-    expect(listFile >= 0, "mkostemp");
-    try {
-        listmount::DeviceListMount(name).enter();
-    } catch (const listmount::DeviceListMountError& error) {
-        unlink(name.c_str());
-        std::cout << "skipped: no private view of the device list: " << error.what() << '\n';
-        return skipped;
-    }
-    unlink(name.c_str());  // the view keeps it
-    return RUN_ALL_TESTS();
 }

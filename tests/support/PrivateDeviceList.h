@@ -8,11 +8,13 @@
 /// The USB device list as this test program alone sees it at the path that the code under test
 /// opens.
 ///
-/// Programs added with zorva_add_device_list_test bring a main() that enters the private view
-/// before any test runs, and that ends with status 77, which ctest shows as "Skipped", where the
-/// machine allows no such view.
+/// Programs added with zorva_add_device_list_test bring a main() that enters the private view before
+/// any test runs.
 class PrivateDeviceList {
 public:
+    /// Enters the private view, once and before everything else. Where the machine allows none, says so
+    /// and ends the program with status 77, which ctest shows as "Skipped".
+    static void enterOrExit();
     /// Makes `content` the list. Cheap: rewrites one file in place.
     static void show(std::string_view content);
     /// Takes the right to read the list away for as long as the object lives, from root, too.
