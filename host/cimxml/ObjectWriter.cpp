@@ -104,30 +104,30 @@ void ObjectWriter::classPath(const Pegasus::CIMObjectPath& path) {
     out_ += "</CLASSPATH>\n";
 }
 
-void ObjectWriter::localPath(const Pegasus::CIMNamespaceName& nameSpace,
-                             const Pegasus::CIMObjectPath& path) {
-    if (path.getKeyBindings().size() == 0) {
-        out_ += "<LOCALCLASSPATH>\n";
-        localNamespace(nameSpace);
-        className(path.getClassName());
-        out_ += "</LOCALCLASSPATH>\n";
-        return;
-    }
+void ObjectWriter::localInstancePath(const Pegasus::CIMNamespaceName& nameSpace,
+                                     const Pegasus::CIMObjectPath& path) {
     out_ += "<LOCALINSTANCEPATH>\n";
     localNamespace(nameSpace);
     instanceName(path);
     out_ += "</LOCALINSTANCEPATH>\n";
 }
 
+void ObjectWriter::localClassPath(const Pegasus::CIMNamespaceName& nameSpace,
+                                  const Pegasus::CIMName& name) {
+    out_ += "<LOCALCLASSPATH>\n";
+    localNamespace(nameSpace);
+    className(name);
+    out_ += "</LOCALCLASSPATH>\n";
+}
+
 void ObjectWriter::reference(const Pegasus::CIMObjectPath& path) {
-    const bool ofClass = path.getKeyBindings().size() == 0;
     out_ += "<VALUE.REFERENCE>\n";
     if (path.getNameSpace().isNull()) {
-        ofClass ? className(path.getClassName()) : instanceName(path);
+        instanceName(path);
     } else if (path.getHost().size() == 0) {
-        localPath(path.getNameSpace(), path);
+        localInstancePath(path.getNameSpace(), path);
     } else {
-        ofClass ? classPath(path) : instancePath(path);
+        instancePath(path);
     }
     out_ += "</VALUE.REFERENCE>\n";
 }

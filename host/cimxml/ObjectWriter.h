@@ -37,10 +37,15 @@ public:
     /// CLASSPATH: host, namespace and class of a path.
     void classPath(const Pegasus::CIMObjectPath& path);
 
-    /// LOCALINSTANCEPATH or LOCALCLASSPATH in `nameSpace`, whatever the path itself says.
-    void localPath(const Pegasus::CIMNamespaceName& nameSpace, const Pegasus::CIMObjectPath& path);
+    /// LOCALINSTANCEPATH: class and keys of a path in `nameSpace`, whatever the path itself says.
+    void localInstancePath(const Pegasus::CIMNamespaceName& nameSpace,
+                           const Pegasus::CIMObjectPath& path);
 
-    /// VALUE.REFERENCE: with host and namespace as far as the path has them.
+    /// LOCALCLASSPATH.
+    void localClassPath(const Pegasus::CIMNamespaceName& nameSpace, const Pegasus::CIMName& name);
+
+    /// VALUE.REFERENCE: the name of an instance, with host and namespace as far as the path has
+    /// them.
     void reference(const Pegasus::CIMObjectPath& path);
 
     /// VALUE, VALUE.ARRAY, VALUE.REFERENCE or VALUE.REFARRAY; nothing for a null value.

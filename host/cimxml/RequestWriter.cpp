@@ -92,7 +92,11 @@ std::string writeMethodRequest(std::string_view messageId, const Pegasus::CIMNam
     out += "<SIMPLEREQ>\n<METHODCALL";
     appendAttribute(out, "NAME", method.getString());
     out += ">\n";
-    objects.localPath(nameSpace, object);
+    if (object.getKeyBindings().size() == 0) {
+        objects.localClassPath(nameSpace, object.getClassName());
+    } else {
+        objects.localInstancePath(nameSpace, object);
+    }
     for (Pegasus::Uint32 i = 0; i < parameters.size(); ++i) {
         objects.paramValue(parameters[i]);
     }

@@ -159,6 +159,8 @@ void forEachCharacter(const Pegasus::String& text, Take take) {
             } else {
                 character = replacement;
             }
+        } else if (character >= 0xFFFE) {
+            character = replacement;
         }
         take(character, i + 1 == size);
     }

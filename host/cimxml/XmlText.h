@@ -15,7 +15,7 @@ namespace cimhost {
 /// 2. The control characters 1 to 31 and 127 become numeric references.
 /// 3. A space that is first, last or follows a space written plainly becomes "&#32;", since readers
 ///    drop white space at the ends.
-/// 4. What XML cannot carry (NUL, half a surrogate pair) becomes U+FFFD.
+/// 4. What XML cannot carry (NUL, half a surrogate pair, U+FFFE and U+FFFF) becomes U+FFFD.
 /// 5. Everything else is UTF-8.
 void appendText(std::string& out, const Pegasus::String& text);
 
@@ -38,7 +38,8 @@ void appendUtf8(std::string& out, char32_t character);
 /// Whether all of `text` is UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
 bool isUtf8(std::string_view text);
 
-/// UTF-8 of a string, for messages and headers; half a surrogate pair becomes U+FFFD.
+/// UTF-8 of a string, for messages and headers; half a surrogate pair, U+FFFE and U+FFFF become
+/// U+FFFD.
 std::string toUtf8(const Pegasus::String& text);
 
 /// A string of UTF-8. Throws XmlError (notWellFormed) for bytes that are not UTF-8.

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+// A server that answers whatever it is asked with what another one answered before.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "host/cimxml/Response.h"
+#include "host/operations/Operations.h"
+
+/// Every operation answers with the results of one recorded response, or fails as it did. Results
+/// are the recorded ones read into the object model, so that they go out through the codec as those
+/// of a real operation would.
+class ReplayOperations : public cimhost::Operations {
+public:
+    /// `body` is a response in CIM-XML.
+    explicit ReplayOperations(const std::string& body);
+
+    /// Fails with a status and its bare text.
+    ReplayOperations(unsigned status, std::string text);
+
+    Pegasus::CIMInstance getInstance(const Pegasus::CIMNamespaceName&,
+                                     const Pegasus::CIMObjectPath&,
+                                     const cimhost::ElementOptions&) override;
+    Pegasus::Array<Pegasus::CIMInstance> enumerateInstances(
+        const Pegasus::CIMNamespaceName&, const Pegasus::CIMName&, bool,
+        const cimhost::ElementOptions&) override;
+    Pegasus::Array<Pegasus::CIMObjectPath> enumerateInstanceNames(const Pegasus::CIMNamespaceName&,
+                                                                  const Pegasus::CIMName&) override;
+    Pegasus::CIMObjectPath createInstance(const Pegasus::CIMNamespaceName&,
+                                          const Pegasus::CIMInstance&) override;
+    void modifyInstance(const Pegasus::CIMNamespaceName&, const Pegasus::CIMInstance&,
+                        const Pegasus::CIMPropertyList&) override;
+    void deleteInstance(const Pegasus::CIMNamespaceName&, const Pegasus::CIMObjectPath&) override;
+    Pegasus::CIMValue getProperty(const Pegasus::CIMNamespaceName&, const Pegasus::CIMObjectPath&,
+                                  const Pegasus::CIMName&) override;
+    cimhost::ClassDefinition getClass(const Pegasus::CIMNamespaceName&, const Pegasus::CIMName&,
+                                      const cimhost::ElementOptions&) override;
+    std::vector<cimhost::ClassDefinition> enumerateClasses(const Pegasus::CIMNamespaceName&,
+                                                           const Pegasus::CIMName&, bool,
+                                                           const cimhost::ElementOptions&) override;
+    std::vector<Pegasus::CIMName> enumerateClassNames(const Pegasus::CIMNamespaceName&,
+                                                      const Pegasus::CIMName&, bool) override;
+    Pegasus::Array<Pegasus::CIMInstance> associators(const Pegasus::CIMNamespaceName&,
+                                                     const Pegasus::CIMObjectPath&,
+                                                     const cimhost::AssociationFilter&,
+                                                     const cimhost::ElementOptions&) override;
+    Pegasus::Array<Pegasus::CIMObjectPath> associatorNames(
+        const Pegasus::CIMNamespaceName&, const Pegasus::CIMObjectPath&,
+        const cimhost::AssociationFilter&) override;
+    Pegasus::Array<Pegasus::CIMInstance> references(const Pegasus::CIMNamespaceName&,
+                                                    const Pegasus::CIMObjectPath&,
+                                                    const cimhost::AssociationFilter&,
+                                                    const cimhost::ElementOptions&) override;
+    Pegasus::Array<Pegasus::CIMObjectPath> referenceNames(
+        const Pegasus::CIMNamespaceName&, const Pegasus::CIMObjectPath&,
+        const cimhost::AssociationFilter&) override;
+    cimhost::MethodResult invokeMethod(const Pegasus::CIMNamespaceName&,
+                                       const Pegasus::CIMObjectPath&, const Pegasus::CIMName&,
+                                       const Pegasus::Array<Pegasus::CIMParamValue>&) override;
+
+private:
+    /// The recorded response; throws the recorded error.
+    cimhost::Response response() const;
+    Pegasus::Array<Pegasus::CIMInstance> instances() const;
+    Pegasus::Array<Pegasus::CIMObjectPath> paths() const;
+
+    std::unique_ptr<cimhost::XmlDocument> document_;
+    unsigned status_ = 0;
+    std::string text_;
+};
