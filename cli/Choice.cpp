@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "cli/Choice.h"
 
+#include <iostream>
+
 #include "cli/DeviceList.h"
 #include "cli/Errors.h"
 #include "cli/Text.h"
@@ -60,6 +62,12 @@ Array<CIMInstance> chooseResults(const Array<CIMInstance>& results,
         }
     }
     return chosen;
+}
+
+void noteThatAPrivateServerHasNone(const Server& server) {
+    if (server.privateServer() != nullptr) {
+        std::cerr << "usbhcdiag: a private server has no results yet; --server URL asks another\n";
+    }
 }
 
 }  // namespace usbhcdiag

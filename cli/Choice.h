@@ -26,4 +26,7 @@ Pegasus::Array<Pegasus::CIMInstance> chooseResults(
     const Pegasus::Array<Pegasus::CIMInstance>& results,
     const std::optional<std::string>& deviceId);
 
+/// Says on standard error, where the server is a private one, that it has no results.
+void noteThatAPrivateServerHasNone(const Server& server);
+
 }  // namespace usbhcdiag

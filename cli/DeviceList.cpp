@@ -2,9 +2,7 @@
 #include "cli/DeviceList.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/stat.h>
-#include <sys/vfs.h>
 #include <unistd.h>
 
 #include <array>
@@ -27,12 +25,6 @@ DeviceListFinding failed(int error) {
     return {missing ? State::missing : State::unreadable, std::strerror(error)};
 }
 
-bool isDebugfsMounted() {
-    constexpr auto debugfsMagic = 0x64626720;
-    struct statfs status {};
-    return ::statfs(debugFolder, &status) == 0 && status.f_type == debugfsMagic;
-}
-
 /// What stands at `path`, as the end of a sentence that begins with "because ".
 std::string clause(const std::string& path, const DeviceListFinding& finding) {
     switch (finding.state) {
@@ -50,17 +42,21 @@ std::string clause(const std::string& path, const DeviceListFinding& finding) {
     return "nothing came of " + path;
 }
 
-/// What to do where the kernel's list is at `path`.
-std::string kernelAdvice(const std::string& path, const DeviceListFinding& finding) {
+std::string adviceWithoutKernelList(const DeviceListPlaces& places) {
+    if (::access(places.usbBus.c_str(), F_OK) != 0) {
+        return "This machine has no USB, or no driver for it is loaded: there is no " +
+               places.usbBus + ".\n";
+    }
+    return "This kernel has its list at " + places.kernel +
+           ", once debugfs is mounted:\n    mount -t debugfs debugfs " + debugFolder + "\n";
+}
+
+std::string kernelAdvice(const DeviceListPlaces& places) {
+    const std::string& path = places.kernel;
+    const DeviceListFinding finding = examineDeviceList(path);
     switch (finding.state) {
         case State::missing:
-            return isDebugfsMounted()
-                       ? "The kernel offers none either (" + path +
-                             "): it has no USB support loaded, or this machine has no USB.\n"
-                       : "This kernel has its list at " + path +
-                             ", once debugfs is mounted:\n"
-                             "    mount -t debugfs debugfs " +
-                             debugFolder + "\n";
+            return adviceWithoutKernelList(places);
         case State::unreadable:
             return "This kernel has its list at " + path + ", which cannot be read (" +
                    finding.reason +
@@ -108,7 +104,8 @@ DeviceListFinding examineDeviceList(const std::string& path) {
 
 DeviceListPlaces deviceListPlaces(int server) {
     return {ZORVA_DEVICE_LIST_PATH,
-            "/proc/" + std::to_string(server) + "/root" + ZORVA_DEVICE_LIST_PATH, kernelList};
+            "/proc/" + std::to_string(server) + "/root" + ZORVA_DEVICE_LIST_PATH, kernelList,
+            "/sys/bus/usb"};
 }
 
 std::string nothingReadPrivately(const DeviceListPlaces& places, const std::string& replayed) {
@@ -119,12 +116,12 @@ std::string nothingReadPrivately(const DeviceListPlaces& places, const std::stri
                kernelList + ".\n";
     }
     return start + clause(places.expected, examineDeviceList(places.seen)) + ".\n" +
-           kernelAdvice(places.kernel, examineDeviceList(places.kernel)) + replayAdvice;
+           kernelAdvice(places) + replayAdvice;
 }
 
 std::string noHostController(const DeviceListPlaces& places) {
-    return "nothing was read: this machine shows no USB host controller.\n" +
-           kernelAdvice(places.kernel, examineDeviceList(places.kernel)) + replayAdvice;
+    return "nothing was read: this machine shows no USB host controller.\n" + kernelAdvice(places) +
+           replayAdvice;
 }
 
 std::string nothingReadAt(const std::string& url) {

@@ -23,6 +23,7 @@ struct DeviceListPlaces {
     std::string expected;  ///< where the provider reads
     std::string seen;      ///< the same place, as this process gets at what the server sees there
     std::string kernel;    ///< where a modern kernel has it
+    std::string usbBus;    ///< the folder that a kernel with USB shows
 };
 
 /// The places as the process `server` on this machine sees them.

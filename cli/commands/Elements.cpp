@@ -8,8 +8,7 @@ namespace usbhcdiag {
 
 ExitStatus listElements(Server& server, const Invocation& invocation) {
     print(Diagnostics(server.client()).elements(),
-          {{"DEVICEID", "DeviceID"}, {"NAME", "ElementName"}, {"DESCRIPTION", "Description"}},
-          invocation.json);
+          {{"DEVICEID", "DeviceID"}, {"NAME", "ElementName"}}, invocation.json);
     return exitSuccess;
 }
 

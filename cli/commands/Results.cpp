@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // usbhcdiag results
-#include <iostream>
-
 #include "cli/Choice.h"
 #include "cli/Diagnostics.h"
 #include "cli/Listing.h"
@@ -40,9 +38,7 @@ ExitStatus listResults(Server& server, const Invocation& invocation) {
            {"COMPLETED", completed},
            {"LINES", lineCount}},
           invocation.json);
-    if (server.privateServer() != nullptr) {
-        std::cerr << "usbhcdiag: a private server has no results yet; --server URL asks another\n";
-    }
+    noteThatAPrivateServerHasNone(server);
     return exitSuccess;
 }
 

@@ -34,7 +34,7 @@ protected:
     /// The message where `list_` is the place that the provider reads, and the kernel's list is
     /// at `kernel`.
     std::string message(const std::string& kernel) const {
-        return nothingReadPrivately({"/expected", list_, kernel}, "");
+        return nothingReadPrivately({"/expected", list_, kernel, "/sys"}, "");
     }
 
     std::string folder_;
@@ -103,9 +103,22 @@ TEST_F(DeviceListTest, MessageSaysHowToPresentTheKernelsList) {
     EXPECT_TRUE(contains(message(list_), "\n    usbhcdiag run --devices FILE\n"));
 }
 
+TEST_F(DeviceListTest, MessageTellsAMachineWithoutUsbFromOneWithoutDebugfs) {
+    EXPECT_TRUE(contains(message("/nowhere"),
+                         "This kernel has its list at /nowhere, once debugfs "
+                         "is mounted:\n    mount -t debugfs debugfs "));
+    const DeviceListPlaces places{"/expected", list_, "/nowhere", folder_ + "/bus"};
+    EXPECT_EQ(noHostController(places),
+              "nothing was read: this machine shows no USB host controller.\n"
+              "This machine has no USB, or no driver for it is loaded: there is no " +
+                  folder_ +
+                  "/bus.\n"
+                  "A recorded list is read with\n    usbhcdiag run --devices FILE\n");
+}
+
 TEST_F(DeviceListTest, MessageOfAReplayNamesTheFile) {
     write("");
-    EXPECT_EQ(nothingReadPrivately({"/expected", "/seen", "/kernel"}, list_),
+    EXPECT_EQ(nothingReadPrivately({"/expected", "/seen", "/kernel", "/bus"}, list_),
               "nothing was read: " + list_ +
                   " is empty.\n"
                   "A recorded list is a copy of " DEVICE_LIST_PATH
