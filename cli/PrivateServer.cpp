@@ -205,11 +205,11 @@ std::string PrivateServer::diagnostics() const {
     return text;
 }
 
-std::string cimhostProgram() {
+std::string cimhostProgram(const std::string& link) {
     std::string path(4096, '\0');
-    const ssize_t length = ::readlink("/proc/self/exe", path.data(), path.size());
+    const ssize_t length = ::readlink(link.c_str(), path.data(), path.size());
     if (length <= 0) {
-        throw Failure("cannot find this program's own folder: /proc/self/exe: " + reason());
+        throw Failure("cannot find this program's own folder: " + link + ": " + reason());
     }
     path.resize(static_cast<size_t>(length));
     path.replace(path.rfind('/') + 1, std::string::npos, "cimhost");

@@ -51,8 +51,8 @@ private:
     pid_t process_ = -1;
 };
 
-/// The `cimhost` that belongs to this program: the one beside its executable. Throws Failure where
-/// there is none.
-std::string cimhostProgram();
+/// The `cimhost` that belongs to this program: the one beside its executable, to which `link`
+/// points. Throws Failure where there is none.
+std::string cimhostProgram(const std::string& link = "/proc/self/exe");
 
 }  // namespace usbhcdiag

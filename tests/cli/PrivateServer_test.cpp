@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -138,14 +139,25 @@ TEST(PrivateServer, IsNotHeldUpByWhatNobodyReadsAndKeepsTheEnd) {
     EXPECT_FALSE(contains(server.diagnostics(), "line 0\n"));
 }
 
-TEST(PrivateServer, NamesTheProgramThatIsMissingBesideThisOne) {
+TEST(PrivateServer, ProgramLiesBesideTheExecutable) {
+    const std::string folder = testing::TempDir() + "beside-" + std::to_string(::getpid());
+    ASSERT_EQ(::mkdir(folder.c_str(), 0700), 0);
+    ASSERT_EQ(::symlink(FAKE_CIMHOST, (folder + "/cimhost").c_str()), 0);
+    ASSERT_EQ(::symlink((folder + "/usbhcdiag").c_str(), (folder + "/exe").c_str()), 0);
+    EXPECT_EQ(cimhostProgram(folder + "/exe"), folder + "/cimhost");
+
+    ::unlink((folder + "/cimhost").c_str());
     try {
-        FAIL() << cimhostProgram();
+        cimhostProgram(folder + "/exe");
+        ADD_FAILURE();
     } catch (const Failure& error) {
-        EXPECT_TRUE(contains(error.what(), "the private server is missing: "));
-        EXPECT_TRUE(contains(error.what(), "/cimhost: No such file or directory\n"));
-        EXPECT_TRUE(contains(error.what(), "--server URL"));
+        EXPECT_EQ(std::string(error.what()),
+                  "the private server is missing: " + folder +
+                      "/cimhost: No such file or directory\n"
+                      "It belongs beside usbhcdiag. With --server URL another one is used.");
     }
+    ::unlink((folder + "/exe").c_str());
+    ::rmdir(folder.c_str());
 }
 
 }  // namespace
