@@ -6,12 +6,13 @@ set(CPACK_PACKAGE_CONTACT "The ZORVA USB diagnostics maintainers <maintainers@lo
     "Maintainer of the package, name and address")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "diagnostics of USB host controllers through CIM")
 set(CPACK_PACKAGE_DESCRIPTION
-    "Runs a diagnostic test on the USB host controllers of this machine and reports every USB device: from
-the command line (usbhcdiag), or through CIM, the model that management servers speak.
+    "Runs a diagnostic test on the USB host controllers of this machine and
+reports every USB device: from the command line (usbhcdiag), or through CIM,
+the model that management servers speak.
 .
-The package holds a small CIM server for this machine (cimhost) with the diagnostics provider in it, so
-that nothing else needs to be installed, and the classes and the command that register the diagnostics
-with an OpenPegasus server.")
+The package holds a small CIM server for this machine (cimhost) with the
+diagnostics provider in it, so that nothing else needs to be installed, and
+the command that registers the diagnostics with an OpenPegasus server.")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION admin)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
