@@ -122,12 +122,12 @@ private:
     void read(Parser& parser) {
         parser.header_limit(static_cast<std::uint32_t>(limits_.headerBytes));
         parser.body_limit(limits_.bodyBytes);
-        parser.eager(true);
+        // Not eager: an eager parser goes on to the body although the header has exceeded a limit.
+        parser.eager(false);
         while (!parser.is_done()) {
-            if (buffer_.size() == 0 || !put(parser)) {
-                if (!parser.is_done() && !readMore(parser)) {
-                    return;
-                }
+            const bool advanced = buffer_.size() > 0 && put(parser);
+            if (!advanced && !parser.is_done() && !readMore(parser)) {
+                return;
             }
         }
     }
@@ -137,6 +137,10 @@ private:
         error_code error;
         const std::size_t taken = parser.put(buffer_.data(), error);
         buffer_.consume(taken);
+        if (error == http::error::body_limit) {
+            throw HttpError("the answer is larger than " + std::to_string(limits_.bodyBytes) +
+                            " bytes");
+        }
         if (error && error != http::error::need_more) {
             throw HttpError("the answer is not HTTP (" + error.message() + ")");
         }
