@@ -39,7 +39,7 @@ std::string clause(const std::string& path, const DeviceListFinding& finding) {
         case State::filled:
             break;
     }
-    return "nothing came of " + path;
+    return path + " holds no complete USB device (no \"E:\" line behind a \"T:\")";
 }
 
 std::string adviceWithoutKernelList(const DeviceListPlaces& places) {
