@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// What tests of the provider library's classes start from.
+#pragma once
+
+#include "tests/support/LogFolder.h"
+#include "tests/support/Parameters.h"
+#include "tests/support/ResultTable.h"
+#include "tests/support/TestServer.h"
+#include "tests/support/Thrown.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Pegasus {
+
+using Texts = std::vector<std::string>;
+
+constexpr char TEST_NAME[] = "GetUsbDeviceInformation";
+
+/// A server that has a host and no elements, an empty result table, and a log of its own.
+class LibraryTest : public testing::Test {
+protected:
+    LibraryTest() { server_->addHost(); }
+
+    /// Everything that one look-up of the host system and one test table log.
+    static std::string testTableLog() {
+        return "   In ZORVA_UsbHc_DiagTest constructor\n"
+               "      In ZORVA_UsbHc_DiagTest::buildTests\n"
+               "  in SystemInfo \n"
+               "      Retrieved system information...building tests...\n"
+               "      Leaving ZORVA_UsbHc_DiagTest::buildTests\n"
+               "   Leaving ZORVA_UsbHc_DiagTest constructor\n";
+    }
+
+    Texts callTexts() const {
+        Texts all;
+        for (const TestServer::Call& call : server_->calls()) {
+            all.push_back(call.text);
+        }
+        return all;
+    }
+
+    LogFolder folder_;
+    ResultTable table_;
+    std::shared_ptr<TestServer> server_ = std::make_shared<TestServer>();
+    CIMOMHandle handle_{server_};
+};
+
+/// The path texts of the test and of a result on the host of the test server.
+inline std::string testPathText() {
+    return "ZORVA_UsbHc_DiagTest.CreationClassName=\"ZORVA_UsbHc_DiagTest\","
+           "Name=\"GetUsbDeviceInformation\","
+           "SystemCreationClassName=\"QUIRVO_ComputerSystem\",SystemName=\"host1\"";
+}
+inline std::string resultPathText(const std::string& name, const std::string& id) {
+    return "ZORVA_UsbHc_DiagResult.DiagnosticCreationClassName=\"ZORVA_UsbHc_DiagTest\","
+           "DiagnosticName=\"" +
+           name +
+           "\",DiagSystemCreationClassName=\"QUIRVO_ComputerSystem\","
+           "DiagSystemName=\"host1\",ExecutionID=\"" +
+           id + "\"";
+}
+
+}  // namespace Pegasus

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include "usbhc/ZORVA_UsbHc_DiagLoopControls.h"
+
+#include "tests/support/LibraryTest.h"
+#include "tests/support/VirtualSlot.h"
+
+#include <Pegasus/Provider/ProviderExceptions.h>
+
+namespace Pegasus {
+namespace {
+
+class ZorvaUsbHcDiagLoopControls : public LibraryTest {
+protected:
+    ZorvaUsbHcDiagLoopControls() {
+        results_.buildTestResult(handle_, TEST_NAME, "usb1");
+        results_.buildTestResult(handle_, TEST_NAME, "usb2");
+    }
+
+    void set(const char* name, const CIMValue& value) {
+        results_.setResultProperty(TEST_NAME, "usb1", name, value);
+    }
+
+    ZORVA_UsbHc_DiagResult results_;
+    ZORVA_UsbHc_DiagLoopControls controls_{TEST_NAME, "usb1"};
+};
+
+TEST_F(ZorvaUsbHcDiagLoopControls, FreshRecordAsksForNoLoop) {
+    EXPECT_EQ(controls_.getThisTestLoopControl(), 56U);
+}
+
+TEST_F(ZorvaUsbHcDiagLoopControls, SettingsAreReadFromTheRecordOfItsTestAndElement) {
+    Array<Uint16> control;
+    control.append(3);
+    control.append(4);
+    Array<String> parameter;
+    parameter.append("5");
+    parameter.append("60");
+    set("LoopControl", CIMValue(control));
+    set("LoopControlParameter", CIMValue(parameter));
+    EXPECT_EQ(controls_.getThisTestLoopControl(), 51U);
+    EXPECT_EQ(ZORVA_UsbHc_DiagLoopControls(TEST_NAME, "usb2").getThisTestLoopControl(), 56U);
+}
+
+TEST_F(ZorvaUsbHcDiagLoopControls, LoopsfailedFindsWhatLoopsFailedCounts) {
+    Array<Uint16> control;
+    control.append(3);
+    Array<String> parameter;
+    parameter.append("2");
+    set("LoopControl", CIMValue(control));
+    set("LoopControlParameter", CIMValue(parameter));
+    controls_.getThisTestLoopControl();
+    set("TestState", CIMValue(Uint16(3)));
+    EXPECT_FALSE(controls_.continueLoopingCheck(3));
+    set("TestState", CIMValue(Uint16(2)));
+    EXPECT_TRUE(controls_.continueLoopingCheck(3));
+    EXPECT_EQ(text(controls_.retrieveResultProperty("LoopsFailed")), "uint32 1");
+    EXPECT_EQ(text(controls_.retrieveResultProperty("LoopsPassed")), "uint32 1");
+    EXPECT_EQ(text(results_.getResultProperty(TEST_NAME, "usb2", "LoopsFailed")), "uint32 0");
+}
+
+TEST_F(ZorvaUsbHcDiagLoopControls, DiscontinuedTestStopsAContinuousLoop) {
+    EXPECT_FALSE(controls_.continueLoopingCheck(2));
+    set("TestState", CIMValue(Uint16(7)));
+    EXPECT_TRUE(controls_.continueLoopingCheck(2));
+}
+
+TEST_F(ZorvaUsbHcDiagLoopControls, WritesKeepTheRulesOfTheTable) {
+    EXPECT_EQ(thrownBy<NotImplemented>(
+                  [&] { controls_.writeToResults("IsPackage", CIMValue(Boolean(true))); }),
+              "not implemented: ZORVA_DiagnosticResult property not writable");
+    EXPECT_EQ(thrownBy<NoSuchProperty>([&] { controls_.retrieveResultProperty("Other"); }),
+              "no such property: Other");
+}
+
+TEST_F(ZorvaUsbHcDiagLoopControls, MissingRecordIsOutOfBounds) {
+    ZORVA_UsbHc_DiagLoopControls other(TEST_NAME, "usb9");
+    EXPECT_EQ(thrownBy<IndexOutOfBoundsException>([&] { other.getThisTestLoopControl(); }),
+              "index out of bounds");
+}
+
+TEST_F(ZorvaUsbHcDiagLoopControls, VirtualOperationsKeepTheirSlots) {
+    EXPECT_EQ(slotOf(&ZORVA_UsbHc_DiagLoopControls::retrieveResultProperty), 2U);
+    EXPECT_EQ(slotOf(&ZORVA_UsbHc_DiagLoopControls::writeToResults), 3U);
+}
+
+}  // namespace
+}  // namespace Pegasus
