@@ -85,7 +85,7 @@ void ZORVA_UsbHc_DiagProvider::initialize(CIMOMHandle& cimom) {
     _cimom = cimom;
     try {
         cimom.disallowProviderUnload();
-    } catch (const Exception&) {
+    } catch (...) {
         // A server that cannot promise it is served all the same.
     }
 }

@@ -2,6 +2,7 @@
 // What tests of the provider library's classes start from.
 #pragma once
 
+#include "tests/support/KnownTexts.h"
 #include "tests/support/LogFolder.h"
 #include "tests/support/Parameters.h"
 #include "tests/support/ResultTable.h"
@@ -15,10 +16,6 @@
 #include <vector>
 
 namespace Pegasus {
-
-using Texts = std::vector<std::string>;
-
-constexpr char TEST_NAME[] = "GetUsbDeviceInformation";
 
 /// A server that has a host and no elements, an empty result table, and a log of its own.
 class LibraryTest : public testing::Test {
@@ -48,20 +45,5 @@ protected:
     std::shared_ptr<TestServer> server_ = std::make_shared<TestServer>();
     CIMOMHandle handle_{server_};
 };
-
-/// The path texts of the test and of a result on the host of the test server.
-inline std::string testPathText() {
-    return "ZORVA_UsbHc_DiagTest.CreationClassName=\"ZORVA_UsbHc_DiagTest\","
-           "Name=\"GetUsbDeviceInformation\","
-           "SystemCreationClassName=\"QUIRVO_ComputerSystem\",SystemName=\"host1\"";
-}
-inline std::string resultPathText(const std::string& name, const std::string& id) {
-    return "ZORVA_UsbHc_DiagResult.DiagnosticCreationClassName=\"ZORVA_UsbHc_DiagTest\","
-           "DiagnosticName=\"" +
-           name +
-           "\",DiagSystemCreationClassName=\"QUIRVO_ComputerSystem\","
-           "DiagSystemName=\"host1\",ExecutionID=\"" +
-           id + "\"";
-}
 
 }  // namespace Pegasus

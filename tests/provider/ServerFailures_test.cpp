@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: MIT
+// The library when the server fails: at each call back in turn, with exceptions of every kind.
+#include "tests/provider/LoadedProvider.h"
+
+#include <stdexcept>
+
+namespace Pegasus {
+namespace {
+
+const std::vector<std::pair<const char*, std::function<void()>>> failures = {
+    {"CIMException", [] { throw CIMException(CIM_ERR_ACCESS_DENIED, "no"); }},
+    {"Exception", [] { throw Exception("broken"); }},
+    {"TypeMismatchException", [] { throw TypeMismatchException(); }},
+    {"std::runtime_error", [] { throw std::runtime_error("broken"); }},
+    {"std::bad_alloc", [] { throw std::bad_alloc(); }},
+    {"int", [] { throw 1; }}};
+
+class ServerFailures : public LoadedProvider {
+protected:
+    // All results with all their properties.
+    Texts results() {
+        Texts all;
+        for (const CIMInstance& instance : client_.instances("ZORVA_UsbHc_DiagResult")) {
+            all.push_back(text(instance.getPath()));
+            for (const std::string& property : propertiesOf(instance)) {
+                all.push_back(property);
+            }
+        }
+        return all;
+    }
+
+    // Runs with element and setting; "threw" where an exception came out.
+    std::string run() {
+        Array<CIMParamValue> parameters = elementParameter("usb1");
+        parameters.append(CIMParamValue("Setting", CIMValue(elementPath("usb2"))));
+        return guarded([&] { return client_.invoke("RunTest", parameters); });
+    }
+
+    template <class Request>
+    static std::string guarded(Request request) {
+        try {
+            return request();
+        } catch (...) {
+            return "threw";
+        }
+    }
+
+    void failAt(std::size_t failing, const std::function<void()>& fail) {
+        server_->forgetCalls();
+        server_->beforeCall = [=](std::size_t call) {
+            if (call == failing) {
+                fail();
+            }
+        };
+    }
+};
+
+TEST_F(ServerFailures, RunCallsTheServerEightTimes) {
+    server_->forgetCalls();
+    EXPECT_EQ(run(), "uint32 0");
+    // The element; the host for the record; the setting; the host for two tables of tests.
+    EXPECT_EQ(server_->calls().size(), 8U);
+}
+
+TEST_F(ServerFailures, EveryFailureOfARunLeavesOneRecordAndTheNextRunPasses) {
+    PrivateDeviceList::show(HUB_LIST);
+    for (const auto& failure : failures) {
+        for (std::size_t failing = 1; failing <= 8; ++failing) {
+            failAt(failing, failure.second);
+            const std::string outcome = run();
+            server_->beforeCall = nullptr;
+            const std::string where = std::string(failure.first) + " at " + std::to_string(failing);
+            EXPECT_TRUE(outcome == "uint32 0" || outcome == "uint32 1044" || outcome == "threw")
+                << where << ": " << outcome;
+            EXPECT_LE(client_.names("ZORVA_UsbHc_DiagResult").size(), 1U) << where;
+            client_.invoke("ClearResults", elementParameter("usb1"));
+            EXPECT_EQ(run(), "uint32 0") << where;
+            const auto all = client_.instances("ZORVA_UsbHc_DiagResult");
+            ASSERT_FALSE(all.empty()) << where;
+            EXPECT_EQ(propertyText(all.back(), "TestState"), "uint16 2") << where;
+        }
+    }
+}
+
+TEST_F(ServerFailures, RecordStaysAsItWasWhereTheFailureComesBeforeTheNewOne) {
+    for (const auto& failure : failures) {
+        for (const std::size_t failing : {1U, 2U, 3U}) {
+            ASSERT_EQ(run(), "uint32 0");
+            const Texts before = results();
+            failAt(failing, failure.second);
+            const std::string outcome = run();
+            server_->beforeCall = nullptr;
+            // A look-up of the host that is refused with a CIMException is no failure.
+            if (failing > 1 && std::string(failure.first) == "CIMException") {
+                EXPECT_EQ(outcome, "uint32 0");
+                EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagResult").size(), 1U);
+            } else {
+                EXPECT_EQ(results(), before) << failure.first << " at " << failing;
+            }
+        }
+    }
+}
+
+TEST_F(ServerFailures, ElementThatCannotBeFetchedIs1044ForExceptionsOfTheObjectModel) {
+    for (const auto& failure : failures) {
+        failAt(1, failure.second);
+        const bool isOfTheObjectModel =
+            std::string(failure.first).find("ception") != std::string::npos;
+        EXPECT_EQ(run(), isOfTheObjectModel ? "uint32 1044" : "threw") << failure.first;
+    }
+}
+
+TEST_F(ServerFailures, SettingThatCannotBeFetchedIsNoneForExceptionsOfTheObjectModel) {
+    failAt(4, failures[0].second);
+    EXPECT_EQ(run(), "uint32 0");
+    failAt(4, failures[1].second);
+    EXPECT_EQ(run(), "uint32 0");
+    failAt(4, failures[3].second);
+    EXPECT_EQ(run(), "threw");
+}
+
+TEST_F(ServerFailures, EveryFailureOfAReadLeavesTheTablesAsTheyWere) {
+    ASSERT_EQ(run(), "uint32 0");
+    const Texts before = results();
+    for (const char* className :
+         {"ZORVA_UsbHc_DiagTest", "ZORVA_UsbHc_DiagResult", "ZORVA_UsbHc_DiagResultForMSE",
+          "ZORVA_UsbHc_DiagResultForTest", "ZORVA_UsbHc_DiagTestForMSE",
+          "ZORVA_UsbHc_DiagTestSoftwareAssoc"}) {
+        const Texts names = client_.names(className);
+        for (const auto& failure : failures) {
+            for (std::size_t failing = 1; failing <= 3; ++failing) {
+                failAt(failing, failure.second);
+                guarded([&] { return client_.names(className).empty() ? "" : "names"; });
+                failAt(failing, failure.second);
+                guarded([&] { return client_.instances(className).empty() ? "" : "instances"; });
+                server_->beforeCall = nullptr;
+                EXPECT_EQ(client_.names(className), names) << className << " " << failure.first;
+                EXPECT_EQ(results(), before);
+            }
+        }
+    }
+}
+
+TEST_F(ServerFailures, MethodsThatAskNobodyNeedNoServer) {
+    run();
+    server_->beforeCall = [](std::size_t) { throw std::runtime_error("broken"); };
+    EXPECT_EQ(client_.invoke("DiscontinueTest", elementParameter("usb1")), "");
+    EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagResult").size(), 1U);
+    EXPECT_EQ(client_.invoke("ClearResults", elementParameter("usb1")), "uint32 0");
+    EXPECT_TRUE(client_.names("ZORVA_UsbHc_DiagResult").empty());
+}
+
+}  // namespace
+}  // namespace Pegasus

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// A provider object as a test uses it.
+#pragma once
+
+#include "tests/support/ObjectModelText.h"
+#include "tests/support/RecordingHandler.h"
+
+#include <Pegasus/Provider/CIMInstanceProvider.h>
+#include <Pegasus/Provider/CIMMethodProvider.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+/// Sends requests to a provider object, which it owns, through its interfaces alone. Exceptions of
+/// the provider pass.
+class Client {
+public:
+    explicit Client(Pegasus::CIMBaseProvider* provider);
+
+    Pegasus::CIMBaseProvider& provider() { return *provider_; }
+
+    std::vector<Pegasus::CIMInstance> instances(const std::string& className);
+    std::vector<std::string> names(const std::string& className);
+    Pegasus::CIMInstance get(const Pegasus::CIMObjectPath& path);
+
+    /// Invokes a method of the test of that name; the value's text, empty if none was delivered.
+    std::string invoke(const std::string& method,
+                       const Pegasus::Array<Pegasus::CIMParamValue>& parameters,
+                       const std::string& testName = "GetUsbDeviceInformation");
+    std::string invokeOn(const Pegasus::CIMObjectPath& path, const std::string& method,
+                         const Pegasus::Array<Pegasus::CIMParamValue>& parameters);
+
+    void create();
+    void modify();
+    void remove();
+
+    /// What the last request's handler was called with, and the out-parameters "name=value" of the
+    /// last method.
+    const std::vector<std::string>& handlerCalls() const { return handlerCalls_; }
+    const std::vector<std::string>& outParameters() const { return outParameters_; }
+
+private:
+    template <class Request>
+    void send(std::vector<std::string>& calls, Request request);
+
+    std::unique_ptr<Pegasus::CIMBaseProvider> provider_;
+    std::vector<std::string> handlerCalls_;
+    std::vector<std::string> outParameters_;
+};

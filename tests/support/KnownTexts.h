@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// Texts that tests of the provider library expect again and again.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace Pegasus {
+
+using Texts = std::vector<std::string>;
+
+constexpr char TEST_NAME[] = "GetUsbDeviceInformation";
+
+/// The path texts of the test and of a result on the host of the test server.
+inline std::string testPathText() {
+    return "ZORVA_UsbHc_DiagTest.CreationClassName=\"ZORVA_UsbHc_DiagTest\","
+           "Name=\"GetUsbDeviceInformation\","
+           "SystemCreationClassName=\"QUIRVO_ComputerSystem\",SystemName=\"host1\"";
+}
+inline std::string resultPathText(const std::string& name, const std::string& id) {
+    return "ZORVA_UsbHc_DiagResult.DiagnosticCreationClassName=\"ZORVA_UsbHc_DiagTest\","
+           "DiagnosticName=\"" +
+           name +
+           "\",DiagSystemCreationClassName=\"QUIRVO_ComputerSystem\","
+           "DiagSystemName=\"host1\",ExecutionID=\"" +
+           id + "\"";
+}
+
+}  // namespace Pegasus

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// The provider library as a server loads it.
+#pragma once
+
+#include <Pegasus/Provider/CIMBaseProvider.h>
+
+#include <dlfcn.h>
+
+#include <stdexcept>
+#include <string>
+
+/// The library at the path, loaded as OpenPegasus does (its symbols global), unloaded with the
+/// object. Provider objects, and exceptions that they threw, must be gone by then.
+class LoadedLibrary {
+public:
+    explicit LoadedLibrary(const char* path) : library_(dlopen(path, RTLD_NOW | RTLD_GLOBAL)) {
+        if (library_ == nullptr) {
+            throw std::runtime_error(dlerror());
+        }
+        create_ = reinterpret_cast<Create>(dlsym(library_, "PegasusCreateProvider"));
+        if (create_ == nullptr) {
+            throw std::runtime_error(dlerror());
+        }
+    }
+    ~LoadedLibrary() { dlclose(library_); }
+    LoadedLibrary(const LoadedLibrary&) = delete;
+    LoadedLibrary& operator=(const LoadedLibrary&) = delete;
+
+    Pegasus::CIMProvider* create(const char* name = "ZORVA_UsbHc_DiagProvider") const {
+        return create_(name);
+    }
+
+private:
+    using Create = Pegasus::CIMProvider* (*)(const Pegasus::String&);
+
+    void* library_;
+    Create create_ = nullptr;
+};
