@@ -1,0 +1,29 @@
+#!/bin/sh
+# SPDX-License-Identifier: MIT
+# Tests of `cmake --install`: install_test.sh CMAKE BUILD_FOLDER SOURCE_FOLDER. What is installed below one
+# folder works there, and still does when that folder is moved.
+set -eu
+cmake=$1
+build=$2
+sample=$3/samples/ohci-tree.txt
+
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+"$cmake" --install "$build" --prefix "$folder/first" >/dev/null
+mv "$folder/first" "$folder/second"
+
+python3 "$3/tests/expected_report.py" results "$sample" >"$folder/expected"
+# The build folder must not be what is used.
+(cd / && "$folder/second/bin/usbhcdiag" run --devices "$sample") >"$folder/report"
+cmp "$folder/expected" "$folder/report"
+(cd / && "$folder/second/bin/usbhcdiag" elements --devices "$sample") | grep -q '^0000:00:02.0 '
+"$folder/second/bin/with-device-list" "$sample" "$folder/second/bin/usbdevices" | grep -q 'Desk Hub'
+"$folder/second/bin/usbhcdiag-openpegasus" --help | grep -q register
+for file in mof/cimhost.mof samples/ohci-tree.txt; do
+    test -s "$folder/second/share/zorva-usb-diagnostics/$file"
+done
+test -s "$folder/second/share/man/man1/usbhcdiag.1.gz"
+test -s "$folder/second/share/bash-completion/completions/usbhcdiag"
+# Where the debug log has no fixed place there is nothing to rotate.
+test ! -e "$folder/second/etc/logrotate.d"
+echo "all as expected"
