@@ -24,6 +24,60 @@ std::string bareText(unsigned status, const std::string& description) {
     return description.compare(0, name.size(), name) == 0 ? description.substr(name.size()) : "";
 }
 
+std::string text(const CIMObjectPath& path) {
+    return toUtf8(path.toString());
+}
+std::string text(const CIMName& name) {
+    return toUtf8(name.getString());
+}
+std::string flag(const std::string& name, bool value) {
+    return value ? name : "";
+}
+
+std::string text(const Pegasus::CIMPropertyList& list) {
+    if (list.isNull()) {
+        return "";
+    }
+    std::string names;
+    for (Pegasus::Uint32 i = 0; i < list.size(); ++i) {
+        names += (i == 0 ? "" : ",") + text(list[i]);
+    }
+    return " only(" + names + ")";
+}
+
+std::string text(const ElementOptions& options) {
+    return flag(" local", options.localOnly) + flag(" qualifiers", options.includeQualifiers) +
+           flag(" origin", options.includeClassOrigin) + text(options.propertyList);
+}
+
+std::string text(const AssociationFilter& filter) {
+    const auto part = [](const std::string& name, const std::string& value) {
+        return value.empty() ? "" : " " + name + "=" + value;
+    };
+    return part("assoc", text(filter.assocClass)) + part("result", text(filter.resultClass)) +
+           part("role", toUtf8(filter.role)) + part("resultRole", toUtf8(filter.resultRole));
+}
+
+std::string text(const CIMInstance& instance) {
+    std::string properties;
+    for (Pegasus::Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
+        const Pegasus::CIMConstProperty property = instance.getProperty(i);
+        properties += " " + text(property.getName()) + "=" + toUtf8(property.getValue().toString());
+    }
+    return text(instance.getPath()) + " {" + properties + " }";
+}
+
+std::string text(const Array<Pegasus::CIMParamValue>& parameters) {
+    std::string list;
+    for (Pegasus::Uint32 i = 0; i < parameters.size(); ++i) {
+        list += " " + toUtf8(parameters[i].getParameterName()) +
+                (parameters[i].isTyped() ? ":" : "~") +
+                Pegasus::cimTypeToString(parameters[i].getValue().getType()) + "=" +
+                toUtf8(parameters[i].getValue().toString());
+    }
+    return list;
+}
+
 }  // namespace
 
 ReplayOperations::ReplayOperations(const std::string& body)
@@ -38,6 +92,11 @@ ReplayOperations::ReplayOperations(const std::string& body)
 
 ReplayOperations::ReplayOperations(unsigned status, std::string text)
     : status_(status), text_(bareText(status, std::move(text))) {}
+
+void ReplayOperations::note(const std::string& operation, const CIMNamespaceName& nameSpace,
+                            const std::string& arguments) {
+    lastCall_ = operation + " " + toUtf8(nameSpace.getString()) + " " + arguments;
+}
 
 Response ReplayOperations::response() const {
     if (status_ != 0) {
@@ -62,47 +121,67 @@ Array<CIMObjectPath> ReplayOperations::paths() const {
     return paths;
 }
 
-CIMInstance ReplayOperations::getInstance(const CIMNamespaceName&, const CIMObjectPath&,
-                                          const ElementOptions&) {
+CIMInstance ReplayOperations::getInstance(const CIMNamespaceName& nameSpace,
+                                          const CIMObjectPath& instanceName,
+                                          const ElementOptions& options) {
+    note("getInstance", nameSpace, text(instanceName) + text(options));
     return readInstance(response().results.firstChild());
 }
 
-Array<CIMInstance> ReplayOperations::enumerateInstances(const CIMNamespaceName&, const CIMName&,
-                                                        bool, const ElementOptions&) {
+Array<CIMInstance> ReplayOperations::enumerateInstances(const CIMNamespaceName& nameSpace,
+                                                        const CIMName& className,
+                                                        bool deepInheritance,
+                                                        const ElementOptions& options) {
+    note("enumerateInstances", nameSpace,
+         text(className) + flag(" deep", deepInheritance) + text(options));
     return instances();
 }
 
-Array<CIMObjectPath> ReplayOperations::enumerateInstanceNames(const CIMNamespaceName&,
-                                                              const CIMName&) {
+Array<CIMObjectPath> ReplayOperations::enumerateInstanceNames(const CIMNamespaceName& nameSpace,
+                                                              const CIMName& className) {
+    note("enumerateInstanceNames", nameSpace, text(className));
     return paths();
 }
 
-CIMObjectPath ReplayOperations::createInstance(const CIMNamespaceName&, const CIMInstance&) {
+CIMObjectPath ReplayOperations::createInstance(const CIMNamespaceName& nameSpace,
+                                               const CIMInstance& newInstance) {
+    note("createInstance", nameSpace, text(newInstance));
     return paths()[0];
 }
 
-void ReplayOperations::modifyInstance(const CIMNamespaceName&, const CIMInstance&,
-                                      const Pegasus::CIMPropertyList&) {
+void ReplayOperations::modifyInstance(const CIMNamespaceName& nameSpace,
+                                      const CIMInstance& modifiedInstance,
+                                      const Pegasus::CIMPropertyList& propertyList) {
+    note("modifyInstance", nameSpace, text(modifiedInstance) + text(propertyList));
     response();
 }
 
-void ReplayOperations::deleteInstance(const CIMNamespaceName&, const CIMObjectPath&) {
+void ReplayOperations::deleteInstance(const CIMNamespaceName& nameSpace,
+                                      const CIMObjectPath& instanceName) {
+    note("deleteInstance", nameSpace, text(instanceName));
     response();
 }
 
-Pegasus::CIMValue ReplayOperations::getProperty(const CIMNamespaceName&, const CIMObjectPath&,
-                                                const CIMName&) {
+Pegasus::CIMValue ReplayOperations::getProperty(const CIMNamespaceName& nameSpace,
+                                                const CIMObjectPath& instanceName,
+                                                const CIMName& propertyName) {
+    note("getProperty", nameSpace, text(instanceName) + " " + text(propertyName));
     return readContent(response().results, Pegasus::CIMTYPE_STRING, false);
 }
 
-ClassDefinition ReplayOperations::getClass(const CIMNamespaceName&, const CIMName&,
-                                           const ElementOptions&) {
+ClassDefinition ReplayOperations::getClass(const CIMNamespaceName& nameSpace,
+                                           const CIMName& className,
+                                           const ElementOptions& options) {
+    note("getClass", nameSpace, text(className) + text(options));
     return readClass(response().results.firstChild());
 }
 
-std::vector<ClassDefinition> ReplayOperations::enumerateClasses(const CIMNamespaceName&,
-                                                                const CIMName&, bool,
-                                                                const ElementOptions&) {
+std::vector<ClassDefinition> ReplayOperations::enumerateClasses(const CIMNamespaceName& nameSpace,
+                                                                const CIMName& className,
+                                                                bool deepInheritance,
+                                                                const ElementOptions& options) {
+    note("enumerateClasses", nameSpace,
+         text(className) + flag(" deep", deepInheritance) + text(options));
     std::vector<ClassDefinition> classes;
     for (const XmlElement element : response().results) {
         classes.push_back(readClass(element));
@@ -110,8 +189,10 @@ std::vector<ClassDefinition> ReplayOperations::enumerateClasses(const CIMNamespa
     return classes;
 }
 
-std::vector<CIMName> ReplayOperations::enumerateClassNames(const CIMNamespaceName&, const CIMName&,
-                                                           bool) {
+std::vector<CIMName> ReplayOperations::enumerateClassNames(const CIMNamespaceName& nameSpace,
+                                                           const CIMName& className,
+                                                           bool deepInheritance) {
+    note("enumerateClassNames", nameSpace, text(className) + flag(" deep", deepInheritance));
     std::vector<CIMName> names;
     for (const XmlElement element : response().results) {
         names.push_back(nameAttribute(element, "NAME"));
@@ -119,29 +200,41 @@ std::vector<CIMName> ReplayOperations::enumerateClassNames(const CIMNamespaceNam
     return names;
 }
 
-Array<CIMInstance> ReplayOperations::associators(const CIMNamespaceName&, const CIMObjectPath&,
-                                                 const AssociationFilter&, const ElementOptions&) {
+Array<CIMInstance> ReplayOperations::associators(const CIMNamespaceName& nameSpace,
+                                                 const CIMObjectPath& objectName,
+                                                 const AssociationFilter& filter,
+                                                 const ElementOptions& options) {
+    note("associators", nameSpace, text(objectName) + text(filter) + text(options));
     return instances();
 }
 
-Array<CIMObjectPath> ReplayOperations::associatorNames(const CIMNamespaceName&,
-                                                       const CIMObjectPath&,
-                                                       const AssociationFilter&) {
+Array<CIMObjectPath> ReplayOperations::associatorNames(const CIMNamespaceName& nameSpace,
+                                                       const CIMObjectPath& objectName,
+                                                       const AssociationFilter& filter) {
+    note("associatorNames", nameSpace, text(objectName) + text(filter));
     return paths();
 }
 
-Array<CIMInstance> ReplayOperations::references(const CIMNamespaceName&, const CIMObjectPath&,
-                                                const AssociationFilter&, const ElementOptions&) {
+Array<CIMInstance> ReplayOperations::references(const CIMNamespaceName& nameSpace,
+                                                const CIMObjectPath& objectName,
+                                                const AssociationFilter& filter,
+                                                const ElementOptions& options) {
+    note("references", nameSpace, text(objectName) + text(filter) + text(options));
     return instances();
 }
 
-Array<CIMObjectPath> ReplayOperations::referenceNames(const CIMNamespaceName&, const CIMObjectPath&,
-                                                      const AssociationFilter&) {
+Array<CIMObjectPath> ReplayOperations::referenceNames(const CIMNamespaceName& nameSpace,
+                                                      const CIMObjectPath& objectName,
+                                                      const AssociationFilter& filter) {
+    note("referenceNames", nameSpace, text(objectName) + text(filter));
     return paths();
 }
 
-MethodResult ReplayOperations::invokeMethod(const CIMNamespaceName&, const CIMObjectPath&,
-                                            const CIMName&, const Array<Pegasus::CIMParamValue>&) {
+MethodResult ReplayOperations::invokeMethod(const CIMNamespaceName& nameSpace,
+                                            const CIMObjectPath& objectName,
+                                            const CIMName& methodName,
+                                            const Array<Pegasus::CIMParamValue>& inParameters) {
+    note("invokeMethod", nameSpace, text(objectName) + " " + text(methodName) + text(inParameters));
     const Response recorded = response();
     MethodResult result;
     result.outParameters = recorded.outParameters;

@@ -11,7 +11,7 @@
 
 /// Every operation answers with the results of one recorded response, or fails as it did. Results
 /// are the recorded ones read into the object model, so that they go out through the codec as those
-/// of a real operation would.
+/// of a real operation would. For one request at a time.
 class ReplayOperations : public cimhost::Operations {
 public:
     /// `body` is a response in CIM-XML.
@@ -60,7 +60,14 @@ public:
                                        const Pegasus::CIMObjectPath&, const Pegasus::CIMName&,
                                        const Pegasus::Array<Pegasus::CIMParamValue>&) override;
 
+    /// The operation that was asked last with its arguments, in one line: "getInstance root/x
+    /// A.b="c" local only(P)". Options that are false and filters that are empty are left out.
+    const std::string& lastCall() const { return lastCall_; }
+
 private:
+    void note(const std::string& operation, const Pegasus::CIMNamespaceName& nameSpace,
+              const std::string& arguments);
+
     /// The recorded response; throws the recorded error.
     cimhost::Response response() const;
     Pegasus::Array<Pegasus::CIMInstance> instances() const;
@@ -69,4 +76,5 @@ private:
     std::unique_ptr<cimhost::XmlDocument> document_;
     unsigned status_ = 0;
     std::string text_;
+    std::string lastCall_;
 };
