@@ -30,3 +30,16 @@ function(zorva_hide_symbols target)
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON)
 endfunction()
+
+# zorva_export_factory_only(NAME): a loadable library exports PegasusCreateProvider and nothing else.
+# Hidden visibility alone would leave weak symbols of templates and of the server's own classes.
+set(zorva_factory_only_map ${CMAKE_CURRENT_LIST_DIR}/factory-only.map)
+function(zorva_export_factory_only target)
+    zorva_hide_symbols(${target})
+    target_link_options(${target} PRIVATE -Wl,--version-script=${zorva_factory_only_map})
+    set_target_properties(${target} PROPERTIES LINK_DEPENDS ${zorva_factory_only_map})
+    # Sanitizers leave their own symbols for the program to bring.
+    if(NOT ZORVA_SANITIZE)
+        target_link_options(${target} PRIVATE -Wl,-z,defs)
+    endif()
+endfunction()
