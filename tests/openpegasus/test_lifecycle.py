@@ -1,0 +1,176 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Loading, unloading and stopping, and a device list whose reading blocks."""
+
+import os
+import pathlib
+import signal
+import threading
+import unittest
+
+from cimxml import CimError
+from openpegasus_case import *
+
+MODULE = "ZORVA_UsbHc_DiagProviderModule"
+
+
+class Lifecycle:
+    """A fresh server for each test."""
+
+    setUpClass = classmethod(lambda cls: None)
+
+    def setUp(self):
+        show_devices(sample(self.device_list))
+        self.server = Server(INSTALLATION)
+        self.addCleanup(self.server.close)
+        self.server.start(self.out_of_process)
+        self.server.register("--devices", sample(self.device_list))
+        super().setUp()
+
+    def test_disabled_module_refuses_and_serves_again_once_enabled(self):
+        self.run_test(self.elements()[0])
+        self.server.run("cimprovider", "-d", "-m", MODULE)
+        self.assertIsNone(self.server.provider_process())
+        with self.assertRaises(CimError) as caught:
+            self.the_test()
+        self.assertEqual(caught.exception.code, 7)
+        self.server.run("cimprovider", "-e", "-m", MODULE)
+        # A module that is loaded anew has an empty result table.
+        self.assertEqual(self.client.names(RESULT), [])
+        self.assertEqual(self.run_test(self.elements()[0]).value, "0")
+        self.assertEqual(len(self.client.names(RESULT)), 1)
+
+    def test_disable_and_enable_over_and_over(self):
+        for _ in range(10):
+            self.run_test(self.elements()[0])
+            self.server.run("cimprovider", "-d", "-m", MODULE)
+            self.server.run("cimprovider", "-e", "-m", MODULE)
+        self.assertEqual(self.client.names(RESULT), [])
+
+    def test_removed_module_leaves_the_server_serving_others(self):
+        self.run_test(self.elements()[0])
+        self.server.run("cimprovider", "-r", "-m", MODULE)
+        self.assertIsNone(self.server.provider_process())
+        self.assertTrue(self.elements())
+        # Without a provider the class belongs to the repository, which has no instance of it.
+        self.assertEqual(self.client.names(TEST), [])
+
+    def test_terminate_signal_ends_the_server(self):
+        self.run_test(self.elements()[0])
+        self.assertIsNotNone(self.server.provider_process())
+        os.kill(self.server.process_id(), signal.SIGTERM)
+        wait_for(lambda: not self.server.is_running(), "the server has ended", 60)
+        wait_for(lambda: self.server.provider_process() is None, "the provider's process has ended")
+        log = (self.server.working_directory / "ZORVA_UsbHcProv.log").read_bytes()
+        self.assertTrue(log.endswith(b"In terminate provider call\n"))
+
+    def test_server_stopped_and_started_serves_again(self):
+        self.run_test(self.elements()[0])
+        self.server.stop()
+        self.server.start(self.out_of_process)
+        self.client.close()
+        self.assertEqual(self.client.names(RESULT), [])
+        self.assertEqual(self.run_test(self.elements()[0]).value, "0")
+
+    def block_a_run(self):
+        """A list that is a pipe without a writer, and a run that waits for it. Returns the thread
+        and a list that receives the answer."""
+        DEVICE_LIST.unlink()
+        os.mkfifo(DEVICE_LIST)
+        self.addCleanup(DEVICE_LIST.unlink)
+        element, answers = self.elements()[0], []
+
+        def run():
+            client = Client(self.server.url, timeout=120)
+            try:
+                answers.append(client.invoke(test, "RunTest", [("SystemElement", element)]))
+            except Exception as error:  # the server may be stopped meanwhile
+                answers.append(error)
+            finally:
+                client.close()
+
+        test = self.the_test()
+        thread = threading.Thread(target=run)
+        thread.start()
+        self.addCleanup(thread.join)
+        wait_for(self.someone_opens_the_list, "the run has begun to read")
+        return thread, answers
+
+    def someone_opens_the_list(self):
+        """Whether a thread of the provider's process waits in the kernel for a pipe's other end."""
+        process = self.server.provider_process()
+        for task in pathlib.Path(f"/proc/{process}/task").iterdir():
+            try:
+                # Number of the system call, then its arguments: open (2) and openat (257) of x86_64.
+                call = (task / "syscall").read_text().split()[0]
+            except OSError:
+                continue
+            if call in ("2", "257"):
+                return True
+        return False
+
+    def test_blocked_list_does_not_keep_others_from_their_answers(self):
+        thread, answers = self.block_a_run()
+        other = Client(self.server.url, timeout=20)
+        self.addCleanup(other.close)
+        self.assertTrue(other.names(ELEMENT))
+        self.assertTrue(other.names(SYSTEM))
+        self.assertEqual(answers, [])
+        # Somebody writes at last: the run goes on from there.
+        DEVICE_LIST.write_bytes(sample("root-hub-alone.txt").read_bytes())
+        thread.join(60)
+        self.assertEqual(answers[0].value, "0")
+        self.assertEqual(self.client.get(answers[0].parameters["Result"])["TestResults"],
+                         expected_results(sample("root-hub-alone.txt")))
+
+    def test_blocked_list_does_not_keep_the_server_from_stopping(self):
+        thread, _ = self.block_a_run()
+        server, provider = self.server.process_id(), self.server.provider_process()
+        self.server.run("cimserver", "-s", check=False)
+        wait_for(lambda: not self.server.is_running(), "the server has ended", 90)
+        for process in (server, provider):
+            wait_for(lambda: not is_alive(process), f"process {process} has ended", 60)
+        thread.join(60)
+        self.assertFalse(thread.is_alive())
+
+
+def is_alive(process):
+    try:
+        return pathlib.Path(f"/proc/{process}/stat").read_text().rsplit(")", 1)[1].split()[0] != "Z"
+    except OSError:
+        return False
+
+
+class Signals:
+    """In process a terminate signal waits, by the server's own rule, for every request that it has
+    accepted; cimserver -s does not, nor does either wait for a request inside an agent."""
+
+    def test_blocked_list_does_not_withstand_a_terminate_signal(self):
+        thread, _ = self.block_a_run()
+        server = self.server.process_id()
+        os.kill(server, signal.SIGTERM)
+        wait_for(lambda: not is_alive(server), "the server has ended", 90)
+        thread.join(60)
+        self.assertFalse(thread.is_alive())
+
+
+@unittest.skipUnless(os.environ.get("ZORVA_LONG_TESTS"),
+                     "takes 12 minutes; set ZORVA_LONG_TESTS=1 to run it")
+class Idle:
+    """The server looks for idle providers every few minutes and unloads what was idle that long."""
+
+    def test_result_outlives_the_servers_patience(self):
+        result = self.run_test(self.elements()[0]).parameters["Result"]
+        process = self.server.provider_process()
+        self.client.close()
+        threading.Event().wait(12 * 60)
+        self.assertEqual(self.server.provider_process(), process)
+        self.assertEqual(self.client.get(result)["TestState"], "2")
+
+
+in_both_places(globals(), Lifecycle)
+in_both_places(globals(), Idle, "Idle")
+OutOfProcess = type("OutOfProcess", (Signals, globals()["OutOfProcess"]), {})
+
+if __name__ == "__main__":
+    main()
