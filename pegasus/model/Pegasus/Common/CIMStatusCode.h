@@ -6,8 +6,8 @@
 
 namespace Pegasus {
 
-/// How a CIM operation ended; the numbers go over the wire.
-enum CIMStatusCode {
+/// How a CIM operation ended; the numbers go over the wire, where others may come from.
+enum CIMStatusCode : Sint32 {
     CIM_ERR_SUCCESS = 0,
     CIM_ERR_FAILED = 1,
     CIM_ERR_ACCESS_DENIED = 2,
