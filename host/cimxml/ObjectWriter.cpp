@@ -63,7 +63,7 @@ void ObjectWriter::instanceName(const Pegasus::CIMObjectPath& path) {
     out_ += "<INSTANCENAME";
     appendAttribute(out_, "CLASSNAME", path.getClassName().getString());
     out_ += ">\n";
-    const Pegasus::Array<Pegasus::CIMKeyBinding> keys = path.getKeyBindings();
+    const Pegasus::Array<Pegasus::CIMKeyBinding>& keys = path.getKeyBindings();
     for (Pegasus::Uint32 i = 0; i < keys.size(); ++i) {
         out_ += "<KEYBINDING";
         appendAttribute(out_, "NAME", keys[i].getName().getString());
@@ -163,8 +163,10 @@ void ObjectWriter::value(const Pegasus::CIMValue& value) {
         Pegasus::Array<T> elements;
         value.get(elements);
         out_ += "<VALUE.ARRAY>\n";
-        for (Pegasus::Uint32 i = 0; i < elements.size(); ++i) {
-            appendValueElement(out_, elements[i]);
+        // Only reading keeps the elements shared with the value.
+        const Pegasus::Array<T>& shared = elements;
+        for (Pegasus::Uint32 i = 0; i < shared.size(); ++i) {
+            appendValueElement(out_, shared[i]);
         }
         out_ += "</VALUE.ARRAY>\n";
     });

@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+// Requests per second over one connection that is kept open, cimhost against the HTTP library alone
+// with an answer of the same size; start-up time; memory at rest and after a hundred thousand requests.
+#include <benchmark/benchmark.h>
+
+#include <memory>
+#include <string>
+
+#include "bench/ServerProcess.h"
+#include "host/cimxml/RequestWriter.h"
+#include "host/cimxml/XmlText.h"
+#include "host/client/CimClient.h"
+#include "host/http/PercentEncoding.h"
+
+using namespace cimhost;
+
+namespace {
+
+const Pegasus::CIMNamespaceName nameSpace("root/kavex");
+
+std::vector<std::string> cimhostCommand() {
+    return {ZORVA_CIMHOST, "--devices", ZORVA_DEVICE_LIST};
+}
+
+std::string httpRequest(const std::string& method, const std::string& object,
+                        const std::string& body) {
+    return "POST /cimom HTTP/1.1\r\nHost: localhost\r\n"
+           "Content-Type: application/xml; charset=\"utf-8\"\r\nCIMOperation: MethodCall\r\n"
+           "CIMMethod: " +
+           method + "\r\nCIMObject: " + percentEncoded(object) +
+           "\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+}
+
+std::string getInstance(const Pegasus::CIMObjectPath& path) {
+    OperationRequestWriter writer("1", "GetInstance", nameSpace);
+    writer.instanceName("InstanceName", path);
+    writer.boolean("LocalOnly", false);
+    return httpRequest("GetInstance", "root/kavex", writer.finish());
+}
+
+std::string enumerateInstances(const char* className) {
+    OperationRequestWriter writer("1", "EnumerateInstances", nameSpace);
+    writer.className("ClassName", Pegasus::CIMName(className));
+    writer.boolean("LocalOnly", false);
+    return httpRequest("EnumerateInstances", "root/kavex", writer.finish());
+}
+
+/// cimhost with one result in it, and requests about it.
+struct Subject {
+    Subject() : client(ServerUrl::parse(server.url())) {
+        test = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc_DiagTest")[0];
+        element = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc")[0];
+        element.setNameSpace(nameSpace);
+        Pegasus::Array<Pegasus::CIMParamValue> parameters;
+        parameters.append(Pegasus::CIMParamValue("SystemElement", Pegasus::CIMValue(element)));
+        client.invokeMethod(nameSpace, test, "RunTest", parameters);
+        result = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc_DiagResult")[0];
+
+        Pegasus::CIMObjectPath local = test;
+        local.setNameSpace(nameSpace);
+        runTest = httpRequest("RunTest", toUtf8(local.toString()),
+                              writeMethodRequest("1", "RunTest", nameSpace, test, parameters));
+    }
+
+    ServerProcess server{cimhostCommand()};
+    CimClient client;
+    Pegasus::CIMObjectPath test;
+    Pegasus::CIMObjectPath element;
+    Pegasus::CIMObjectPath result;
+    std::string runTest;
+};
+
+Subject& subject() {
+    static Subject only;
+    return only;
+}
+
+void exchange(benchmark::State& state, std::uint16_t port, const std::string& request) {
+    KeptConnection connection(port);
+    std::size_t bytes = connection.exchange(request).size();
+    for (auto _ : state) {
+        bytes = connection.exchange(request).size();
+    }
+    state.counters["requests/s"] =
+        benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
+    state.counters["answer_bytes"] = static_cast<double>(bytes);
+}
+
+void constantAnswer(benchmark::State& state, const std::string& program) {
+    const std::string request = getInstance(subject().result);
+    KeptConnection connection(subject().server.port());
+    const std::string response = connection.exchange(request);
+    const std::size_t body = response.size() - response.find("\r\n\r\n") - 4;
+    const ServerProcess constant({program, std::to_string(body)});
+    exchange(state, constant.port(), request);
+}
+
+void httpLibraryAlone(benchmark::State& state) {
+    constantAnswer(state, ZORVA_CONSTANT_SERVER);
+}
+
+#ifdef ZORVA_CONSTANT_HTTPLIB_SERVER
+void otherHttpLibraryAlone(benchmark::State& state) {
+    constantAnswer(state, ZORVA_CONSTANT_HTTPLIB_SERVER);
+}
+BENCHMARK(otherHttpLibraryAlone)->UseRealTime();
+#endif
+
+void getInstanceOfResult(benchmark::State& state) {
+    exchange(state, subject().server.port(), getInstance(subject().result));
+}
+
+void getInstanceOfTest(benchmark::State& state) {
+    exchange(state, subject().server.port(), getInstance(subject().test));
+}
+
+void enumerateTests(benchmark::State& state) {
+    exchange(state, subject().server.port(), enumerateInstances("ZORVA_UsbHc_DiagTest"));
+}
+
+void runTest(benchmark::State& state) {
+    exchange(state, subject().server.port(), subject().runTest);
+}
+
+void startUp(benchmark::State& state) {
+    for (auto _ : state) {
+        auto server = std::make_unique<ServerProcess>(cimhostCommand());
+        state.PauseTiming();
+        server.reset();
+        state.ResumeTiming();
+    }
+}
+
+void memory(benchmark::State& state) {
+    constexpr int requests = 100'000;
+    constexpr double kiBPerMiB = 1024;
+    for (auto _ : state) {
+        const Subject fresh;
+        state.counters["idle_MiB"] = static_cast<double>(fresh.server.residentKiB()) / kiBPerMiB;
+        const std::string request = getInstance(fresh.result);
+        KeptConnection connection(fresh.server.port());
+        for (int i = 0; i < requests; ++i) {
+            connection.exchange(request);
+        }
+        state.counters["after_MiB"] = static_cast<double>(fresh.server.residentKiB()) / kiBPerMiB;
+    }
+}
+
+BENCHMARK(httpLibraryAlone)->UseRealTime();
+BENCHMARK(getInstanceOfResult)->UseRealTime();
+BENCHMARK(getInstanceOfTest)->UseRealTime();
+BENCHMARK(enumerateTests)->UseRealTime();
+BENCHMARK(runTest)->UseRealTime();
+BENCHMARK(startUp)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(memory)->UseRealTime()->Unit(benchmark::kSecond)->Iterations(1);
+
+}  // namespace
+
+BENCHMARK_MAIN();
