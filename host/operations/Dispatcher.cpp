@@ -324,7 +324,10 @@ Array<CIMObjectPath> Dispatcher::associatorNames(const CIMNamespaceName& nameSpa
                                                  const CIMObjectPath& objectName,
                                                  const AssociationFilter& filter) {
     schema_.requireNamespace(nameSpace);
-    requireFilterClass(nameSpace, filter.resultClass);
+    if (!filter.resultClass.isNull()) {
+        // Another status than for an unknown association class, as OpenPegasus has it.
+        static_cast<void>(schema_.requireClass(nameSpace, filter.resultClass));
+    }
     if (namesClass(objectName)) {
         return associatedClasses(nameSpace, objectName.getClassName(), filter);
     }

@@ -245,6 +245,8 @@ class WbemcliTest(unittest.TestCase):
         self.assertEqual(self.ask("gc", "T_Nope").error, "Cim: (6) CIM_ERR_NOT_FOUND: T_Nope")
         self.assertEqual(self.ask("ain", ELEMENT, options=["-ac", "T_Nope"]).error,
                          "Cim: (4) CIM_ERR_INVALID_PARAMETER: T_Nope")
+        self.assertEqual(self.ask("ain", ELEMENT, options=["-arc", "T_Nope"]).error,
+                         "Cim: (5) CIM_ERR_INVALID_CLASS: T_Nope")
         self.assertEqual(self.invoke("DoIt", ELEMENT).error,
                          "Cim: (16) CIM_ERR_METHOD_NOT_AVAILABLE: DoIt")
         answer = self.invoke("DoIt")
