@@ -44,7 +44,8 @@ class OpenPegasusCase(unittest.TestCase):
     """One server for the tests of a class, registered, showing `device_list`."""
 
     out_of_process = False
-    configuration = {}
+    configuration = {}  # of the server
+    environment = {}
     device_list = "uhci-ehci-desktop.txt"
 
     @classmethod
@@ -52,6 +53,7 @@ class OpenPegasusCase(unittest.TestCase):
         show_devices(sample(cls.device_list))
         cls.server = Server(INSTALLATION)
         cls.addClassCleanup(cls.server.close)
+        cls.server.environment.update(cls.environment)
         cls.server.start(cls.out_of_process, **cls.configuration)
         cls.server.register("--devices", sample(cls.device_list))
 
