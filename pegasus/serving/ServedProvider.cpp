@@ -196,8 +196,6 @@ bool ServedProvider::terminate(std::chrono::milliseconds patience) {
     std::unique_lock<std::mutex> lock(stateMutex_);
     terminated_ = true;
     if (!requestLeft_.wait_for(lock, patience, [this] { return requestsInside_ == 0; })) {
-        // Deleting the object under a request that may yet return would be worse than keeping it.
-        static_cast<void>(provider_.release());
         return false;
     }
     if (provider_) {

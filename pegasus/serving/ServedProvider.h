@@ -83,8 +83,9 @@ public:
                               const Pegasus::Array<Pegasus::CIMParamValue>& inParameters);
 
     /// Refuses further requests, waits for those inside, then terminates and deletes the provider
-    /// object. Where a request is still inside after `patience` (its device list may be wedged) the
-    /// object is left alone and false is returned: the library must then stay loaded.
+    /// object. Where a request is still inside after `patience` (its device list may be wedged)
+    /// false is returned and nothing is deleted: that request and those that wait behind it still
+    /// need the provider object, so this object and the library must stay. May be called again.
     bool terminate(std::chrono::milliseconds patience);
 
 private:

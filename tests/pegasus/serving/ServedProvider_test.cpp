@@ -383,24 +383,52 @@ TEST_F(ServedProviderTest, TerminateWaitsForTheRequestInside) {
 TEST_F(ServedProviderTest, TerminateGivesUpOnARequestThatStaysInside) {
     std::promise<void> entered;
     std::promise<void> mayLeave;
-    ScriptedProvider* kept = nullptr;
     script.get = [&](const CIMObjectPath& /*ref*/, ResponseHandler<CIMInstance>& handler) {
         entered.set_value();
         mayLeave.get_future().wait();
         handler.complete();
     };
-    auto provider = std::make_unique<ScriptedProvider>(script);
-    kept = provider.get();
-    ServedProvider wedged(std::move(provider), locks, server);
     auto request =
-        std::async(std::launch::async, [&] { wedged.enumerateInstances(context, item); });
+        std::async(std::launch::async, [&] { served.enumerateInstances(context, item); });
     entered.get_future().wait();
-    EXPECT_FALSE(wedged.terminate(atOnce));
+    EXPECT_FALSE(served.terminate(atOnce));
     EXPECT_EQ(script.terminated, 0);
     EXPECT_EQ(script.deleted, 0);
     mayLeave.set_value();
     request.get();
-    delete kept;
+    EXPECT_TRUE(served.terminate(soon));
+    EXPECT_EQ(script.terminated, 1);
+    EXPECT_EQ(script.deleted, 1);
+}
+
+TEST_F(ServedProviderTest, RequestThatTerminateGaveUpOnIsServedToItsEnd) {
+    Array<CIMKeyBinding> keys;
+    keys.append(CIMKeyBinding(CIMName("End"), "T_Item.Id=1", CIMKeyBinding::STRING));
+    const CIMObjectPath stored(String(), CIMNamespaceName(), CIMName("T_Link"), keys);
+    keys[0] = CIMKeyBinding(CIMName("End"), "T_Item.Id=1", CIMKeyBinding::REFERENCE);
+    const CIMObjectPath asked(String(), CIMNamespaceName(), CIMName("T_Link"), keys);
+    std::promise<void> entered;
+    std::promise<void> mayLeave;
+    // The first look fails, the names are slow, and the provider is needed once more behind them.
+    script.get = [&](const CIMObjectPath& ref, ResponseHandler<CIMInstance>& handler) {
+        if (!(ref == stored)) {
+            throw BadReference("Invalid Reference");
+        }
+        handler.deliver(CIMInstance(ref.getClassName()));
+        handler.complete();
+    };
+    script.names = [&](ResponseHandler<CIMObjectPath>& handler) {
+        entered.set_value();
+        mayLeave.get_future().wait();
+        handler.deliver(stored);
+        handler.complete();
+    };
+    auto request =
+        std::async(std::launch::async, [&] { return served.getInstance(context, asked); });
+    entered.get_future().wait();
+    EXPECT_FALSE(served.terminate(atOnce));
+    mayLeave.set_value();
+    EXPECT_EQ(request.get().getClassName().getString(), "T_Link");
 }
 
 TEST_F(ServedProviderTest, ProviderWithoutMethodsRefusesThem) {
