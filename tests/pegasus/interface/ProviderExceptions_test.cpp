@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+// Under which status and with which text a client sees each refusal.
+#include <Pegasus/Provider/ProviderExceptions.h>
+
+#include "tests/support/ObjectModelText.h"
+
+#include <gtest/gtest.h>
+
+using namespace Pegasus;
+
+namespace {
+
+template <class Refusal>
+std::string seenAs() {
+    try {
+        throw Refusal("Some text ");
+    } catch (const CIMException& refusal) {
+        return std::to_string(refusal.getCode()) + " " + text(refusal.getMessage());
+    }
+}
+
+TEST(ProviderExceptions, BadReferenceIsNotFound) {
+    EXPECT_EQ(seenAs<BadReference>(), "6 bad reference: Some text ");
+}
+
+TEST(ProviderExceptions, NoSuchPropertyHasAStatusOfItsOwn) {
+    EXPECT_EQ(seenAs<NoSuchProperty>(), "12 no such property: Some text ");
+}
+
+TEST(ProviderExceptions, NotImplementedIsNotSupported) {
+    EXPECT_EQ(seenAs<NotImplemented>(), "7 not implemented: Some text ");
+}
+
+TEST(ProviderExceptions, NotSupportedShowsItsTextAsItStands) {
+    EXPECT_EQ(seenAs<NotSupported>(), "7 Some text ");
+}
+
+}  // namespace
