@@ -82,7 +82,8 @@ std::string Client::invokeOn(const CIMObjectPath& path, const std::string& metho
                           handler);
     });
     for (Uint32 i = 0; i < out.size(); ++i) {
-        outParameters_.push_back(text(out[i].getParameterName()) + "=" + text(out[i].getValue()));
+        outParameters_.push_back(text(out[i].getParameterName()) + "=" + text(out[i].getValue()) +
+                                 (out[i].isTyped() ? "" : " (untyped)"));
     }
     return handler.objects.size() == 0 ? std::string() : text(handler.objects[0]);
 }

@@ -36,7 +36,7 @@ public:
     void remove();
 
     /// What the last request's handler was called with, and the out-parameters "name=value" of the
-    /// last method.
+    /// last method, with " (untyped)" behind those that are not marked as typed.
     const std::vector<std::string>& handlerCalls() const { return handlerCalls_; }
     const std::vector<std::string>& outParameters() const { return outParameters_; }
 

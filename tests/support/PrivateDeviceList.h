@@ -41,4 +41,15 @@ public:
         Folder(const Folder&) = delete;
         Folder& operator=(const Folder&) = delete;
     };
+    /// As long as the object lives, there is a pipe at the path that holds `content` and never ends.
+    class Pipe {
+    public:
+        explicit Pipe(std::string_view content);
+        ~Pipe();
+        Pipe(const Pipe&) = delete;
+        Pipe& operator=(const Pipe&) = delete;
+
+    private:
+        int end_;
+    };
 };

@@ -54,8 +54,17 @@ TEST(InterfaceRecord, ASecondLineReplacesEveryField) {
     EXPECT_EQ(record.getClass(), "");
     EXPECT_EQ(record.getSubClass(), "");
     EXPECT_EQ(record.getProtocol(), "");
+}
+
+TEST(InterfaceRecord, AnEmptyLineEmptiesEveryField) {
+    Interface record;
+    record.Initialize("I:  If#= 0 Alt= 0 #EPs= 1 Cls=09(hub  ) Sub=00 Prot=00 Driver=hub");
     record.Initialize("");
+    EXPECT_EQ(record.getDriver(), "");
+    EXPECT_EQ(record.getClass(), "");
+    EXPECT_EQ(record.getSubClass(), "");
     EXPECT_EQ(record.getInterface(), "");
+    EXPECT_EQ(record.getProtocol(), "");
 }
 
 }  // namespace

@@ -36,7 +36,14 @@ TEST(Product, ASecondLineReplacesEveryField) {
     EXPECT_EQ(record.getVendor(), "");
     EXPECT_EQ(record.getProduct(), "");
     EXPECT_EQ(record.getRevision(), " 2.00");
+}
+
+TEST(Product, AnEmptyLineEmptiesEveryField) {
+    product record;
+    record.Initialize("P:  Vendor=04b8 ProdID=010a Rev= 1.00");
     record.Initialize("");
+    EXPECT_EQ(record.getVendor(), "");
+    EXPECT_EQ(record.getProduct(), "");
     EXPECT_EQ(record.getRevision(), "");
 }
 

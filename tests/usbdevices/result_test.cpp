@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "usbdevices/result.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "tests/usbdevices/readList.h"
 
@@ -271,12 +273,37 @@ TEST(Result, OfAListOf8193BytesTheLastIsNotRead) {
     EXPECT_EQ(readList(paddedTo(8192, hub) + hub).size(), 1U);
 }
 
-TEST(Result, NeverReadsASecondTime) {
+TEST(Result, OfALongListOnlyTheFirst8192BytesAreRead) {
     std::string list;
     while (list.size() < 3 * 8192) {
         list += hub;
     }
     EXPECT_EQ(readList(list).size(), 8192 / hub.size());
+}
+
+TEST(Result, NeverReadsASecondTime) {
+    // The pipe stays open, so whoever read on would wait for ever.
+    const PrivateDeviceList::Pipe pipe(hub);
+    alarm(60);
+    const Reading reading = readWhatIsThere();
+    alarm(0);
+    EXPECT_EQ(reading.devices.size(), 1U);
+    EXPECT_EQ(reading.output, banner);
+}
+
+TEST(Result, ClosesTheListAgain) {
+    PrivateDeviceList::show(hub);
+    const auto nextFreeNumber = [] {
+        const int file = open("/dev/null", O_RDONLY | O_CLOEXEC);
+        close(file);
+        return file;
+    };
+    const int before = nextFreeNumber();
+    readWhatIsThere();
+    EXPECT_EQ(nextFreeNumber(), before);
+    const PrivateDeviceList::Folder folder;
+    readWhatIsThere();
+    EXPECT_EQ(nextFreeNumber(), before);
 }
 
 }  // namespace

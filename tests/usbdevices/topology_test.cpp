@@ -68,9 +68,12 @@ TEST(Topology, AnEmptyLineEmptiesEveryField) {
     topology record;
     record.Initialize("T:  Bus=01 Lev=00 Prnt=00 Port=00 Cnt=00 Dev#=  1 Spd=12  MxCh= 2");
     record.Initialize("");
-    EXPECT_EQ(record.getBus(), "");
-    EXPECT_EQ(record.getLevel(), "");
-    EXPECT_EQ(record.getConnections(), "");
+    for (const auto& value :
+         {record.getBus(), record.getLevel(), record.getParentDevice(), record.getPort(),
+          record.getDeviceLevelNum(), record.getDeviceBusNumber(), record.getSpeed(),
+          record.getConnections()}) {
+        EXPECT_EQ(value, "");
+    }
 }
 
 TEST(Topology, ALineOfAnotherKindLeavesWhatItHolds) {

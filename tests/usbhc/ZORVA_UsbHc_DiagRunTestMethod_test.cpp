@@ -277,6 +277,8 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, TestNeverShowsAsInUse) {
               "boolean FALSE");
     EXPECT_EQ(text(ZORVA_UsbHc_DiagTest(handle_).getTestProperty(TEST_NAME, "Started")),
               "boolean FALSE");
+    EXPECT_FALSE(ZORVA_UsbHc_DiagTest(handle_).getDiagTestProperty(TEST_NAME, "IsInUse"));
+    EXPECT_FALSE(ZORVA_UsbHc_DiagTest(handle_).getDiagTestProperty(TEST_NAME, "Started"));
 }
 
 // --- settings
@@ -322,6 +324,10 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, TooShortLoopControlParameterFailsAndLeavesTh
                   [&] { runWithSetting("LoopControl", CIMValue(control)); }),
               "index out of bounds");
     EXPECT_EQ(property("TestState"), "uint16 4");
+    // What was stamped at the start is there, what would have been stamped at the end is not.
+    EXPECT_NE(property("TestStartTime"), "datetime 00000000000000.000000:000");
+    EXPECT_EQ(property("TimeStamp"), property("TestStartTime"));
+    EXPECT_EQ(property("TestCompletionTime"), "datetime 00000000000000.000000:000");
     EXPECT_EQ(out_.size(), 1U);
     EXPECT_EQ(runTest(), "uint32 0");
     EXPECT_EQ(property("TestState"), "uint16 2");
