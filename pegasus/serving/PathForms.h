@@ -13,7 +13,7 @@ Pegasus::CIMObjectPath withoutLocation(const Pegasus::CIMObjectPath& path);
 
 /// The one spelling that all spellings of a path share: no host, no namespace, and every key whose
 /// text is itself a path (typed as a reference or, as association instances carry it, as a string)
-/// rewritten as a reference in this same spelling, to any depth.
+/// rewritten as a reference in this same spelling, paths within paths up to eight levels deep.
 Pegasus::CIMObjectPath canonicalPath(const Pegasus::CIMObjectPath& path);
 
 /// Whether some key of the path holds the text of another path, so that it has several spellings.

@@ -115,6 +115,35 @@ TEST_F(DeviceListMountTest, WorksWithoutRootThroughAUserNamespace) {
               "65534\nthe list\n");
 }
 
+TEST_F(DeviceListMountTest, WhereNoViewMayBeMadeItSaysWhatToDo) {
+    // A user namespace that allows no further one, and no rights in it.
+    const std::string without =
+        "unshare -r sh -c 'echo 0 >/proc/sys/user/max_user_namespaces && "
+        "exec setpriv --bounding-set=-all --inh-caps=-all \"$@\"' sh ";
+    if (runCommand(without + "true").status != 0) {
+        GTEST_SKIP() << "this machine lets nobody limit the number of user namespaces";
+    }
+    const CommandOutcome outcome = runCommand(without + program + " " + list_ + " echo ran");
+    EXPECT_EQ(outcome.output,
+              "with-device-list: cannot make a private mount namespace through a user namespace "
+              "(run as root, or let the kernel allow unprivileged user namespaces): No space left "
+              "on device\n");
+    EXPECT_EQ(outcome.status, 1);
+}
+
+TEST_F(DeviceListMountTest, NeitherTheRootNorProcIsCovered) {
+    const CommandOutcome root = runCommand(ZORVA_WITH_LIST_IN_ROOT " " + list_ + " echo ran");
+    EXPECT_EQ(root.output,
+              "with-device-list: cannot make /no-such-folder/devices: /no-such-folder does not "
+              "exist, and / is too large a folder to cover\n");
+    EXPECT_EQ(root.status, 1);
+    const CommandOutcome proc = runCommand(ZORVA_WITH_LIST_IN_PROC " " + list_ + " echo ran");
+    EXPECT_EQ(proc.output,
+              "with-device-list: cannot make /proc/no-such-folder/devices: /proc/no-such-folder "
+              "does not exist, and /proc is too large a folder to cover\n");
+    EXPECT_EQ(proc.status, 1);
+}
+
 TEST_F(DeviceListMountTest, TheStatusOfTheCommandIsTheStatus) {
     EXPECT_EQ(with(list_, "exit 7").status, 7);
 }

@@ -61,6 +61,26 @@ TEST(PathForms, PathsInsidePathsAreCanonicalToo) {
                 serving::canonicalPath(associationWithKey(located, CIMKeyBinding::REFERENCE)));
 }
 
+// A link whose end is a link, and so on; `innermost` is the item at the end of them all.
+CIMObjectPath linksAround(const char* innermost, int levels) {
+    String text(innermost);
+    for (int level = 1; level < levels; ++level) {
+        text = associationWithKey(text, CIMKeyBinding::REFERENCE).toString();
+    }
+    return associationWithKey(text, CIMKeyBinding::REFERENCE);
+}
+
+TEST(PathForms, PathsAreFollowedToTheEighthLevelAndNoFurther) {
+    const auto sameObject = [](int levels) {
+        return serving::canonicalPath(linksAround("T_Item.Id=1", levels)) ==
+               serving::canonicalPath(linksAround("root/x:T_Item.Id=1", levels));
+    };
+    for (int levels = 1; levels <= 8; ++levels) {
+        EXPECT_TRUE(sameObject(levels)) << levels;
+    }
+    EXPECT_FALSE(sameObject(9));
+}
+
 TEST(PathForms, TextThatIsNoPathStaysAsItIs) {
     for (const char* text : {"plain", "a=b", "=", "T_Item.", "//", "x.y=\"unclosed"}) {
         const CIMObjectPath path = associationWithKey(text, CIMKeyBinding::STRING);
