@@ -128,3 +128,12 @@ TEST(Golden, recordedExchangesAreAnsweredAsRecorded) {
         compare(exchange);
     }
 }
+
+TEST(Golden, exchangesOfOurOwnAreAnsweredByteForByte) {
+    const auto exchanges = recordedExchanges(ZORVA_EXCHANGES);
+    ASSERT_GE(exchanges.size(), 18U);
+    for (const RecordedExchange& exchange : exchanges) {
+        SCOPED_TRACE(exchange.name);
+        EXPECT_EQ(answerTo(exchange), exchange.response);
+    }
+}
