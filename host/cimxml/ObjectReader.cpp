@@ -3,6 +3,7 @@
 #include "host/cimxml/ObjectReader.h"
 
 #include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/Exception.h>
 
 #include <vector>
 
@@ -62,7 +63,11 @@ CIMKeyBinding readKeyBinding(XmlElement element) {
 void readNamespacePath(XmlElement element, CIMObjectPath& path) {
     expectElement(element, "NAMESPACEPATH");
     const XmlElement host = expectElement(element.firstChild(), "HOST");
-    path.setHost(fromUtf8(host.text()));
+    try {
+        path.setHost(fromUtf8(host.text()));
+    } catch (const Pegasus::MalformedObjectNameException&) {
+        failNotValid(host, quoted(host.text()) + " is not the name of a host");
+    }
     path.setNameSpace(readLocalNamespace(host.next()));
 }
 

@@ -132,6 +132,12 @@ TEST(ObjectReader, saysWhatIsWrongWithAPath) {
         "element \"LOCALNAMESPACEPATH\": \"NAMESPACEPATH\" is expected in its place");
 }
 
+TEST(ObjectReader, aHostThatIsNoneIsNotValid) {
+    EXPECT_EQ(whatIsWrongWithPath("<CLASSPATH><NAMESPACEPATH><HOST>#demo</HOST>" + localNamespace +
+                                  "</NAMESPACEPATH><CLASSNAME NAME=\"A\"/></CLASSPATH>"),
+              "element \"HOST\": \"#demo\" is not the name of a host");
+}
+
 TEST(ObjectReader, readsProperties) {
     const Pegasus::CIMProperty number = property(
         "<PROPERTY NAME=\"P\" TYPE=\"uint16\" CLASSORIGIN=\"O\" PROPAGATED=\"true\">"

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <future>
 #include <thread>
 
 #include "host/http/HttpServer.h"
@@ -162,11 +163,10 @@ TEST(HttpClient, refusesAnAnswerBeyondItsLimit) {
 }
 
 TEST(HttpClient, givesUpWaiting) {
-    std::atomic<bool> asked{false};
-    const HttpServer server(ListenAddress("127.0.0.1", 0), [&](HttpRequest&&) {
-        while (!asked) {
-            std::this_thread::sleep_for(milliseconds(5));
-        }
+    std::promise<void> release;
+    const std::shared_future<void> released = release.get_future().share();
+    HttpServer server(ListenAddress("127.0.0.1", 0), [released](HttpRequest&&) {
+        released.wait();
         return HttpResponse{};
     });
     HttpClientLimits limits;
@@ -178,7 +178,8 @@ TEST(HttpClient, givesUpWaiting) {
     } catch (const HttpError& error) {
         EXPECT_STREQ(error.what(), "the server did not answer in time");
     }
-    asked = true;
+    release.set_value();
+    EXPECT_TRUE(server.stop(milliseconds(10'000)));
 }
 
 TEST(HttpClient, saysThatNobodyListens) {
