@@ -9,6 +9,8 @@
 
 #include <array>
 
+#include "pegasus/model/HostName.h"
+
 namespace cimhost {
 
 namespace {
@@ -90,9 +92,12 @@ std::string shortHostName() {
     if (::gethostname(name.data(), name.size() - 1) != 0) {
         return "localhost";
     }
-    const std::string full(name.data());
-    const std::string shortName = full.substr(0, full.find('.'));
-    return shortName.empty() ? "localhost" : shortName;
+    return shortHostName(name.data());
+}
+
+std::string shortHostName(const std::string& fullName) {
+    const std::string shortName = fullName.substr(0, fullName.find('.'));
+    return Pegasus::isHostName(String(shortName.c_str())) ? shortName : "localhost";
 }
 
 }  // namespace cimhost

@@ -23,4 +23,8 @@ std::vector<std::string> addMachineElements(const Schema& schema, Repository& re
 /// The name of this machine, up to its first dot.
 std::string shortHostName();
 
+/// A host's name up to its first dot; "localhost" where object paths cannot carry that (a machine
+/// that nobody named is called "(none)").
+std::string shortHostName(const std::string& fullName);
+
 }  // namespace cimhost

@@ -52,5 +52,13 @@ TEST(MachineElementsTest, TheHostNameHasNoDomain) {
     EXPECT_EQ(shortHostName().find('.'), std::string::npos);
 }
 
+TEST(MachineElementsTest, ShortHostNameIsOneThatPathsCanCarry) {
+    EXPECT_EQ(shortHostName("box.example.org"), "box");
+    EXPECT_EQ(shortHostName("box"), "box");
+    EXPECT_EQ(shortHostName("(none)"), "localhost");
+    EXPECT_EQ(shortHostName(""), "localhost");
+    EXPECT_EQ(shortHostName("12.example.org"), "localhost");
+}
+
 }  // namespace
 }  // namespace cimhost
