@@ -215,7 +215,7 @@ class Interrupted(Case):
     def test_password_is_on_no_command_line_and_in_no_file(self):
         _, (_, words) = self.start(stderr=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
         words = words.split(b"\0")
-        self.assertEqual(words[words.index(b"--credentials") + 1], b"/dev/fd/3")
+        self.assertEqual(words[words.index(b"--credentials") + 1], b"/proc/self/fd/3")
 
     def test_private_server_refuses_everybody_else(self):
         _, (server, _) = self.start(stderr=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
