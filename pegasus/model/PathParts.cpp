@@ -104,8 +104,8 @@ private:
         position_ = equalSign + 1;
         String value;
         auto type = CIMKeyBinding::STRING;
-        const String fault = position_ != end_ && *position_ == '"' ? parseQuoted(value, type)
-                                                                    : parsePlain(value, type);
+        String fault = position_ != end_ && *position_ == '"' ? parseQuoted(value, type)
+                                                              : parsePlain(value, type);
         if (fault.size() != 0) {
             return fault;
         }
@@ -188,7 +188,7 @@ void sortKeys(const Array<CIMKeyBinding>& keys) {
 
 String parsePath(const String& text, PathParts& parts) {
     parts = PathParts();
-    const String fault = PathParser(text, parts).parse();
+    String fault = PathParser(text, parts).parse();
     if (fault.size() != 0) {
         parts.keyBindings.clear();
     }

@@ -2,7 +2,6 @@
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/InternalException.h>
 
-#include <utility>
 #include <vector>
 
 #include "tests/pegasus/model/recorded.h"
@@ -58,30 +57,30 @@ TEST(CIMName, IgnoresCaseButKeepsIt) {
 }
 
 TEST(CIMName, AcceptsLettersUnderscoresDigitsAndAllBeyondAscii) {
-    const std::vector<std::pair<const char*, const char*>> cases{{"name-012", "_a"},
-                                                                 {"name-013", "A1"},
-                                                                 {"name-020", "\xC3\xA9t\xC3\xA9"},
-                                                                 {"name-025", "__Namespace"},
-                                                                 {"name-027", "a\xE2\x82\xAC"},
-                                                                 {"name-028", "CIM_X"}};
-    for (const auto& [row, text] : cases) {
-        ROW(row);
-        EXPECT_EQ(CIMName(text).getString(), text);
-        EXPECT_TRUE(CIMName::legal(text));
+    const std::vector<modeltest::TextCase> cases{{"name-012", "_a"},
+                                                 {"name-013", "A1"},
+                                                 {"name-020", "\xC3\xA9t\xC3\xA9"},
+                                                 {"name-025", "__Namespace"},
+                                                 {"name-027", "a\xE2\x82\xAC"},
+                                                 {"name-028", "CIM_X"}};
+    for (const modeltest::TextCase& each : cases) {
+        ROW(each.row);
+        EXPECT_EQ(CIMName(each.text).getString(), each.text);
+        EXPECT_TRUE(CIMName::legal(each.text));
     }
     EXPECT_TRUE(CIMName::legal("\xC2\x80"));
     EXPECT_TRUE(CIMName::legal("\xEF\xBF\xAF"));
 }
 
 TEST(CIMName, RefusesEverythingElse) {
-    const std::vector<std::pair<const char*, const char*>> cases{
+    const std::vector<modeltest::TextCase> cases{
         {"name-002", ""},    {"name-014", "1a"},  {"name-015", "a b"}, {"name-016", "a-b"},
         {"name-017", "a.b"}, {"name-018", "a:b"}, {"name-019", "a/b"}, {"name-022", "a\""},
         {"name-023", " a"},  {"name-026", "a$"},  {"name-029", "-"},   {"name-030", "0"}};
-    for (const auto& [row, text] : cases) {
-        ROW(row);
-        EXPECT_THROWS(CIMName(text), InvalidNameException,
-                      std::string("The CIM name is not valid: ") + text);
+    for (const modeltest::TextCase& each : cases) {
+        ROW(each.row);
+        EXPECT_THROWS(CIMName(each.text), InvalidNameException,
+                      std::string("The CIM name is not valid: ") + each.text);
     }
     {
         ROW("name-003");
@@ -151,17 +150,17 @@ TEST(CIMNamespaceName, AcceptsNamesJoinedBySlashes) {
 }
 
 TEST(CIMNamespaceName, RefusesEverythingElse) {
-    const std::vector<std::pair<const char*, const char*>> cases{
+    const std::vector<modeltest::TextCase> cases{
         {"namespace-007", "root/"},    {"namespace-008", "root//x"},
         {"namespace-009", "//root"},   {"namespace-010", "root\\cimv2"},
         {"namespace-011", "root/a b"}, {"namespace-012", "root/1x"},
         {"namespace-013", ""},         {"namespace-014", "root:x"},
         {"namespace-015", "/"},        {"namespace-017", "a-b"},
         {"namespace-018", "root/x.y"}, {"namespace-019", "//host/root"}};
-    for (const auto& [row, text] : cases) {
-        ROW(row);
-        EXPECT_THROWS(CIMNamespaceName(text), InvalidNamespaceNameException,
-                      std::string("invalid CIM namespace name: ") + text);
+    for (const modeltest::TextCase& each : cases) {
+        ROW(each.row);
+        EXPECT_THROWS(CIMNamespaceName(each.text), InvalidNamespaceNameException,
+                      std::string("invalid CIM namespace name: ") + each.text);
     }
     ROW("namespace-021");
     EXPECT_THROWS(CIMNamespaceName(static_cast<const char*>(nullptr)), NullPointer, "null pointer");

@@ -2,7 +2,6 @@
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMValue.h>
 
-#include <utility>
 #include <vector>
 
 #include "tests/pegasus/model/recorded.h"
@@ -376,28 +375,28 @@ TEST(CIMObjectPath, DoesNotReachItsCopiesWhenATextIsNoPath) {
 }
 
 TEST(CIMObjectPath, ChecksItsHost) {
-    const std::vector<std::pair<const char*, const char*>> good{
+    const std::vector<modeltest::TextCase> good{
         {"path-111", "h"},      {"path-112", "h.example.org"},
         {"path-113", "h:5988"}, {"path-114", "10.0.0.1"},
         {"path-115", "[::1]"},  {"path-116", "[::1]:5988"},
         {"path-119", "h:"},     {"path-121", "h_1"}};
-    for (const auto& [row, host] : good) {
-        ROW(row);
+    for (const modeltest::TextCase& each : good) {
+        ROW(each.row);
         CIMObjectPath changed = path("", "root/x", "C");
-        changed.setHost(host);
-        EXPECT_EQ(changed.toString(), (std::string("//") + host + "/root/x:C").c_str());
+        changed.setHost(each.text);
+        EXPECT_EQ(changed.toString(), (std::string("//") + each.text + "/root/x:C").c_str());
     }
-    const std::vector<std::pair<const char*, const char*>> bad{
-        {"path-117", "::1"}, {"path-118", "bad host"},  {"path-122", "-h"},
-        {"path-123", "h."},  {"path-124", "300.1.1.1"}, {"path-125", "1.2.3"}};
-    for (const auto& [row, host] : bad) {
-        ROW(row);
+    const std::vector<modeltest::TextCase> bad{{"path-117", "::1"},       {"path-118", "bad host"},
+                                               {"path-122", "-h"},        {"path-123", "h."},
+                                               {"path-124", "300.1.1.1"}, {"path-125", "1.2.3"}};
+    for (const modeltest::TextCase& each : bad) {
+        ROW(each.row);
         CIMObjectPath changed = path("old", "root/x", "C");
         const std::string fault =
-            std::string("malformed object name: ") + host + ", reason:\"invalid hostname\"";
-        EXPECT_THROWS(changed.setHost(host), MalformedObjectNameException, fault);
+            std::string("malformed object name: ") + each.text + ", reason:\"invalid hostname\"";
+        EXPECT_THROWS(changed.setHost(each.text), MalformedObjectNameException, fault);
         EXPECT_EQ(changed.getHost(), "old");
-        EXPECT_THROWS(path(host, "", "C"), MalformedObjectNameException, fault);
+        EXPECT_THROWS(path(each.text, "", "C"), MalformedObjectNameException, fault);
     }
     CIMObjectPath changed = path("old", "root/x", "C");
     changed.setHost("");

@@ -259,7 +259,8 @@ template <class T>
 class CIMValueOfType : public testing::Test {};
 using AllTypes = testing::Types<Boolean, Uint8, Sint8, Uint16, Sint16, Uint32, Sint32, Uint64,
                                 Sint64, Real32, Real64, Char16, String, CIMDateTime, CIMObjectPath>;
-TYPED_TEST_SUITE(CIMValueOfType, AllTypes);
+// The last comma: clang does not want a variadic macro without its argument.
+TYPED_TEST_SUITE(CIMValueOfType, AllTypes, );
 
 template <class T>
 T someValue() {

@@ -82,6 +82,12 @@ inline std::string describe(const Pegasus::CIMObjectPath& path) {
            " keys " + describe(path.getKeyBindings());
 }
 
+/// A recorded behaviour, if any, and the text that it is about.
+struct TextCase {
+    const char* row;
+    const char* text;
+};
+
 template <class T>
 Pegasus::Array<T> arrayOf(std::initializer_list<T> items) {
     return Pegasus::Array<T>(items.begin(), static_cast<Pegasus::Uint32>(items.size()));
