@@ -231,9 +231,8 @@ String CIMDateTime::toString() const {
 }
 
 void CIMDateTime::set(const String& text) {
-    const String read(text);
     clear();
-    *this = CIMDateTime(read);
+    *this = CIMDateTime(text);
 }
 
 CIMDateTime CIMDateTime::getCurrentDateTime() {

@@ -29,7 +29,8 @@ void appendQuoted(String& text, const String& value) {
     Uint32 run = 0;
     text.append(Char16('"'));
     for (Uint32 i = 0; i < value.size(); ++i) {
-        if (units[i] == '"' || units[i] == '\\') {
+        const Uint16 unit = units[i];
+        if (unit == '"' || unit == '\\') {
             text.append(units + run, i - run);
             text.append(Char16('\\'));
             run = i;
@@ -80,6 +81,8 @@ void CIMObjectPath::set(const String& host, const CIMNamespaceName& nameSpace,
 }
 
 void CIMObjectPath::set(const String& objectName) {
+    // A copy, since the text may be a part of this very path.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const String text(objectName);
     const String fault = parsePath(text, writableParts());
     if (fault.size() != 0) {

@@ -113,6 +113,7 @@ CIMValue::CIMValue(CIMType type, Boolean isArray, Uint32 arraySize) {
 
 // Constructor, set and get of one type and of arrays of it. Templates would not do: overload
 // resolution must convert arguments as it does for the plain functions that are declared.
+// NOLINTBEGIN(bugprone-macro-parentheses): types
 #define PEGASUS_VALUE_OF(Type, Parameter)                  \
     CIMValue::CIMValue(Parameter x) : data_(x) {}          \
     CIMValue::CIMValue(const Array<Type>& x) : data_(x) {} \
@@ -129,6 +130,7 @@ CIMValue::CIMValue(CIMType type, Boolean isArray, Uint32 arraySize) {
         take(x);                                           \
     }
 
+// NOLINTEND(bugprone-macro-parentheses)
 PEGASUS_VALUE_OF(Boolean, Boolean)
 PEGASUS_VALUE_OF(Uint8, Uint8)
 PEGASUS_VALUE_OF(Sint8, Sint8)
@@ -186,7 +188,7 @@ CIMType CIMValue::getType() const noexcept {
     return null == nullptr ? typeAt(data_.index()) : null->type;
 }
 
-Uint32 CIMValue::getArraySize() const noexcept {
+Uint32 CIMValue::getArraySize() const {
     return std::visit(
         [](const auto& x) -> Uint32 {
             using T = std::decay_t<decltype(x)>;

@@ -22,6 +22,10 @@ constexpr unsigned digitOf(Uint16 unit) {
     return notADigit;
 }
 
+constexpr bool isX(Uint16 unit) {
+    return unit == 'x' || unit == 'X';
+}
+
 std::optional<Uint64> parseDigits(const Char16* begin, const Char16* end, unsigned base) {
     if (begin == end) {
         return std::nullopt;
@@ -48,7 +52,7 @@ std::optional<Integer> parseInteger(const String& text, Sign sign) {
     if (begin != end && (*begin == '-' || (*begin == '+' && sign == Sign::PlusOrMinus))) {
         isNegative = *begin == '-';
         ++begin;
-    } else if (text.size() > 2 && begin[0] == '0' && (begin[1] == 'x' || begin[1] == 'X')) {
+    } else if (text.size() > 2 && begin[0] == '0' && isX(begin[1])) {
         isHexadecimal = true;
         begin += 2;
     }

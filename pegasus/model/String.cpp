@@ -312,6 +312,7 @@ void String::appendPrintf(const char* format, ...) {
     va_start(arguments, format);
     std::va_list again;
     va_copy(again, arguments);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): va_start has initialised it
     const int length = std::vsnprintf(nullptr, 0, format, arguments);
     va_end(arguments);
     std::string text(length < 0 ? 0 : static_cast<std::size_t>(length), '\0');

@@ -62,14 +62,8 @@ public:
     }
     ~Array() { drop(); }
 
-    Array& operator=(const Array& other) noexcept {
-        Array copy(other);
-        swap(copy);
-        return *this;
-    }
-    Array& operator=(Array&& other) noexcept {
-        Array taken(std::move(other));
-        swap(taken);
+    Array& operator=(Array other) noexcept {
+        swap(other);
         return *this;
     }
 

@@ -73,7 +73,7 @@ public:
     Boolean isArray() const noexcept;
     Boolean isNull() const noexcept;
     /// Number of elements; for a null array the declared size; 0 for a scalar.
-    Uint32 getArraySize() const noexcept;
+    Uint32 getArraySize() const;
     CIMType getType() const noexcept;
 
     /// Makes this a null of a type, as the constructor does.

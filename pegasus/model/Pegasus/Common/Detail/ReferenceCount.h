@@ -50,14 +50,8 @@ public:
         }
     }
     SharedRep(SharedRep&& other) noexcept : rep_(std::exchange(other.rep_, nullptr)) {}
-    SharedRep& operator=(const SharedRep& other) noexcept {
-        SharedRep copy(other);
-        std::swap(rep_, copy.rep_);
-        return *this;
-    }
-    SharedRep& operator=(SharedRep&& other) noexcept {
-        SharedRep taken(std::move(other));
-        std::swap(rep_, taken.rep_);
+    SharedRep& operator=(SharedRep other) noexcept {
+        std::swap(rep_, other.rep_);
         return *this;
     }
     ~SharedRep() {
