@@ -5,8 +5,8 @@
 #include <Pegasus/Common/Array.h>
 
 #include "host/cimxml/ValueText.h"
-#include "host/cimxml/ValueTypes.h"
 #include "host/cimxml/XmlText.h"
+#include "host/schema/ValueTypes.h"
 
 namespace cimhost {
 

@@ -12,9 +12,9 @@
 #include <limits>
 #include <type_traits>
 
-#include "host/cimxml/ValueTypes.h"
 #include "host/cimxml/XmlError.h"
 #include "host/cimxml/XmlText.h"
+#include "host/schema/ValueTypes.h"
 
 namespace cimhost {
 

@@ -8,15 +8,13 @@
 #include <limits>
 #include <utility>
 
+#include "host/schema/Text.h"
+
 namespace cimhost {
 
 namespace {
 
 using Pegasus::CIMName;
-
-std::string utf8(const Pegasus::String& text) {
-    return static_cast<const char*>(text.getCString());
-}
 
 /// What the schema or the repository refuses becomes an error at the place of the declaration.
 template <class Action>

@@ -11,6 +11,8 @@
 #include <limits>
 #include <type_traits>
 
+#include "host/schema/ValueTypes.h"
+
 namespace cimhost {
 
 namespace {
@@ -18,23 +20,9 @@ namespace {
 using Pegasus::CIMType;
 using Pegasus::CIMValue;
 
-struct TypeKeyword {
-    const char* keyword;
-    CIMType type;
-};
-
-constexpr TypeKeyword typeKeywords[] = {
-    {"boolean", Pegasus::CIMTYPE_BOOLEAN},    {"uint8", Pegasus::CIMTYPE_UINT8},
-    {"sint8", Pegasus::CIMTYPE_SINT8},        {"uint16", Pegasus::CIMTYPE_UINT16},
-    {"sint16", Pegasus::CIMTYPE_SINT16},      {"uint32", Pegasus::CIMTYPE_UINT32},
-    {"sint32", Pegasus::CIMTYPE_SINT32},      {"uint64", Pegasus::CIMTYPE_UINT64},
-    {"sint64", Pegasus::CIMTYPE_SINT64},      {"real32", Pegasus::CIMTYPE_REAL32},
-    {"real64", Pegasus::CIMTYPE_REAL64},      {"char16", Pegasus::CIMTYPE_CHAR16},
-    {"string", Pegasus::CIMTYPE_STRING},      {"datetime", Pegasus::CIMTYPE_DATETIME},
-    {"reference", Pegasus::CIMTYPE_REFERENCE}};
-
 [[noreturn]] void failKind(const MofLiteral& literal, CIMType type) {
-    throw MofError(literal.position, std::string("this is no value of type ") + typeName(type));
+    throw MofError(literal.position,
+                   std::string("this is no value of type ") + Pegasus::cimTypeToString(type));
 }
 
 template <class Integer>
@@ -47,9 +35,9 @@ Integer toInteger(const MofLiteral& literal, CIMType type) {
     const std::uint64_t limit =
         literal.negative ? (std::is_signed_v<Integer> ? largest + 1 : 0) : largest;
     if (literal.magnitude > limit) {
-        throw MofError(literal.position, (literal.negative ? "-" : "") +
-                                             std::to_string(literal.magnitude) +
-                                             " is out of the range of " + typeName(type));
+        throw MofError(literal.position,
+                       (literal.negative ? "-" : "") + std::to_string(literal.magnitude) +
+                           " is out of the range of " + Pegasus::cimTypeToString(type));
     }
     const std::uint64_t bits = literal.negative ? ~literal.magnitude + 1 : literal.magnitude;
     return static_cast<Integer>(bits);
@@ -146,23 +134,14 @@ CIMValue convert(const MofValue& value, CIMType type, bool isArray) {
 }  // namespace
 
 bool parseTypeName(const std::string& word, CIMType& type) {
-    for (const TypeKeyword& entry : typeKeywords) {
-        if (entry.type != Pegasus::CIMTYPE_REFERENCE &&
-            strcasecmp(word.c_str(), entry.keyword) == 0) {
-            type = entry.type;
+    for (int number = Pegasus::CIMTYPE_BOOLEAN; number <= Pegasus::CIMTYPE_DATETIME; ++number) {
+        const auto candidate = static_cast<CIMType>(number);
+        if (strcasecmp(word.c_str(), Pegasus::cimTypeToString(candidate)) == 0) {
+            type = candidate;
             return true;
         }
     }
     return false;
-}
-
-const char* typeName(CIMType type) {
-    for (const TypeKeyword& entry : typeKeywords) {
-        if (entry.type == type) {
-            return entry.keyword;
-        }
-    }
-    return "object";
 }
 
 Pegasus::String toString(const std::string& text, const MofPosition& position) {
@@ -181,40 +160,12 @@ CIMValue toCimValue(const MofValue& value, CIMType type, bool isArray) {
         throw MofError(value.position, isArray ? "a list in braces is needed here"
                                                : "a single value is needed here, not a list");
     }
-    switch (type) {
-        case Pegasus::CIMTYPE_BOOLEAN:
-            return convert<Pegasus::Boolean>(value, type, isArray);
-        case Pegasus::CIMTYPE_UINT8:
-            return convert<Pegasus::Uint8>(value, type, isArray);
-        case Pegasus::CIMTYPE_SINT8:
-            return convert<Pegasus::Sint8>(value, type, isArray);
-        case Pegasus::CIMTYPE_UINT16:
-            return convert<Pegasus::Uint16>(value, type, isArray);
-        case Pegasus::CIMTYPE_SINT16:
-            return convert<Pegasus::Sint16>(value, type, isArray);
-        case Pegasus::CIMTYPE_UINT32:
-            return convert<Pegasus::Uint32>(value, type, isArray);
-        case Pegasus::CIMTYPE_SINT32:
-            return convert<Pegasus::Sint32>(value, type, isArray);
-        case Pegasus::CIMTYPE_UINT64:
-            return convert<Pegasus::Uint64>(value, type, isArray);
-        case Pegasus::CIMTYPE_SINT64:
-            return convert<Pegasus::Sint64>(value, type, isArray);
-        case Pegasus::CIMTYPE_REAL32:
-            return convert<Pegasus::Real32>(value, type, isArray);
-        case Pegasus::CIMTYPE_REAL64:
-            return convert<Pegasus::Real64>(value, type, isArray);
-        case Pegasus::CIMTYPE_CHAR16:
-            return convert<Pegasus::Char16>(value, type, isArray);
-        case Pegasus::CIMTYPE_STRING:
-            return convert<Pegasus::String>(value, type, isArray);
-        case Pegasus::CIMTYPE_DATETIME:
-            return convert<Pegasus::CIMDateTime>(value, type, isArray);
-        case Pegasus::CIMTYPE_REFERENCE:
-            return convert<Pegasus::CIMObjectPath>(value, type, isArray);
-        default:
-            throw MofError(value.position, "there are no literals of this type");
+    if (type == Pegasus::CIMTYPE_REFERENCE) {
+        return convert<Pegasus::CIMObjectPath>(value, type, isArray);
     }
+    return withType(type, [&](auto tag) {
+        return convert<typename decltype(tag)::type>(value, type, isArray);
+    });
 }
 
 }  // namespace cimhost

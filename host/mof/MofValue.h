@@ -42,9 +42,6 @@ Pegasus::CIMValue toCimValue(const MofValue& value, Pegasus::CIMType type, bool 
 /// that is none.
 bool parseTypeName(const std::string& word, Pegasus::CIMType& type);
 
-/// The MOF keyword of a type.
-const char* typeName(Pegasus::CIMType type);
-
 /// UTF-8 bytes as a String; MofError at the position where they are none.
 Pegasus::String toString(const std::string& text, const MofPosition& position);
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "host/cimxml/ValueText.h"
+#include "host/schema/Text.h"
 
 namespace cimhost {
 
@@ -25,10 +26,6 @@ using Pegasus::Uint32;
 [[noreturn]] void refuse(CIMType type) {
     throw CIMException(Pegasus::CIM_ERR_INVALID_PARAMETER,
                        String("Malformed ") + Pegasus::cimTypeToString(type) + " value");
-}
-
-std::string utf8(const String& text) {
-    return static_cast<const char*>(text.getCString());
 }
 
 CIMValue parseScalar(CIMType type, const String& text) {

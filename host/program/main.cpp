@@ -22,6 +22,7 @@
 #include "host/program/Options.h"
 #include "host/protocol/CimService.h"
 #include "host/protocol/Credentials.h"
+#include "host/schema/Text.h"
 #include "listmount/DeviceListMount.h"
 
 namespace {
@@ -146,8 +147,7 @@ int main(int argc, char** argv) {
     } catch (const std::exception& error) {
         std::cerr << "cimhost: " << error.what() << '\n';
     } catch (const Pegasus::Exception& error) {
-        std::cerr << "cimhost: " << static_cast<const char*>(error.getMessage().getCString())
-                  << '\n';
+        std::cerr << "cimhost: " << utf8(error.getMessage()) << '\n';
     }
     return exitFailure;
 }

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdlib>
 
+#include "host/schema/Text.h"
 #include "pegasus/serving/PathForms.h"
 
 namespace cimhost {
@@ -49,10 +50,6 @@ CIMObjectPath buildPath(const ClassDefinition& definition, const CIMInstance& in
         keys.append(CIMKeyBinding(property.name, value));
     }
     return CIMObjectPath(String(), Pegasus::CIMNamespaceName(), definition.name, keys);
-}
-
-std::string utf8(const String& text) {
-    return static_cast<const char*>(text.getCString());
 }
 
 std::string folded(const String& name) {

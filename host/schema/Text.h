@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// Texts of the object model for messages and comparisons.
+#pragma once
+
+#include <Pegasus/Common/String.h>
+
+#include <string>
+
+namespace cimhost {
+
+/// The UTF-8 of a string.
+inline std::string utf8(const Pegasus::String& text) {
+    return static_cast<const char*>(text.getCString());
+}
+
+}  // namespace cimhost
