@@ -2,15 +2,16 @@
 # What the test of the Debian package does inside the bare system: /package.deb, the lists of samples and
 # what must be reported about them lie in the root folder.
 failures=0
+scratch=$(mktemp -d)
 
 check() { # WHAT COMMAND...
     local what=$1
     shift
-    if "$@" >/tmp/output 2>&1; then
+    if "$@" >"$scratch/output" 2>&1; then
         echo "ok      $what"
     else
         echo "FAILED  $what: $*"
-        cat /tmp/output
+        cat "$scratch/output"
         failures=$((failures + 1))
     fi
 }
@@ -26,8 +27,8 @@ exits_with() { # STATUS COMMAND...
 reports() { # SAMPLE [PREFIX OF THE COMMAND]...
     local sample=$1
     shift
-    "$@" usbhcdiag run --devices "/usr/share/zorva-usb-diagnostics/samples/$sample" >/tmp/report &&
-        diff "/expected-$sample" /tmp/report
+    "$@" usbhcdiag run --devices "/usr/share/zorva-usb-diagnostics/samples/$sample" >"$scratch/report" &&
+        diff "/expected-$sample" "$scratch/report"
 }
 
 are_gone() {
@@ -42,8 +43,8 @@ package=zorva-usb-diagnostics
 
 apt-get -qq update >/dev/null
 export DEBIAN_FRONTEND=noninteractive
-apt-get -qq install -y --no-install-recommends /package.deb >/tmp/install 2>&1 || {
-    cat /tmp/install
+apt-get -qq install -y --no-install-recommends /package.deb >"$scratch/install" 2>&1 || {
+    cat "$scratch/install"
     exit 1
 }
 
@@ -71,7 +72,7 @@ check "the registration command is there" sh -c 'usbhcdiag-openpegasus --help | 
 check "the package installs again over itself" apt-get -qq install -y --reinstall /package.deb
 
 check "logrotate can be installed" apt-get -qq install -y --no-install-recommends logrotate
-check "logrotate takes the entry" logrotate --force --state /tmp/state /etc/logrotate.d/$package
+check "logrotate takes the entry" logrotate --force --state "$scratch/state" /etc/logrotate.d/$package
 check "the log was rotated" test -s $log.1 -o -s $log.1.gz
 check "and is written again" sh -c "usbhcdiag tests >/dev/null && test -s $log"
 

@@ -275,7 +275,7 @@ TEST(Result, OfAListOf8193BytesTheLastIsNotRead) {
 
 TEST(Result, OfALongListOnlyTheFirst8192BytesAreRead) {
     std::string list;
-    while (list.size() < 3 * 8192) {
+    while (list.size() < std::size_t{3} * 8192) {
         list += hub;
     }
     EXPECT_EQ(readList(list).size(), 8192 / hub.size());
