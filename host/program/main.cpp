@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // cimhost: a CIM server for one machine that serves the USB diagnostics.
 #include <Pegasus/Common/Exception.h>
+#include <malloc.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -96,7 +97,13 @@ sigset_t blockEndingSignals() {
     return signals;
 }
 
+/// Without this every thread, and so every connection, would keep memory of its own.
+void shareMemoryBetweenThreads() {
+    ::mallopt(M_ARENA_MAX, 2);
+}
+
 int serve(const Options& options) {
+    shareMemoryBetweenThreads();
     const ListenAddress address(options.address, options.port);
     std::optional<Credentials> credentials;
     if (options.credentials.has_value()) {

@@ -14,11 +14,10 @@ import hosting
 from hosting import CIMHOST, OHCI_TREE, PATIENCE, CimHost, wbemcli
 
 
-def run(*arguments, environment=None):
+def run(*arguments):
     """Runs cimhost until it ends: exit status, standard output, standard error."""
     done = subprocess.run([CIMHOST, *arguments], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                          stderr=subprocess.PIPE, text=True, timeout=PATIENCE, check=False,
-                          env=environment)
+                          stderr=subprocess.PIPE, text=True, timeout=PATIENCE, check=False)
     return done.returncode, done.stdout, done.stderr
 
 
@@ -71,9 +70,16 @@ class StartTest(FolderTest):
                          % host.port)
 
     def test_a_provider_library_that_is_none_is_named(self):
-        for library, complaint in (("/nonexistent/lib.so", "cannot load the provider library: "
-                                    "/nonexistent/lib.so: cannot open shared object file"),
-                                   (OHCI_TREE, "cannot load the provider library: %s" % OHCI_TREE)):
+        libraries = os.path.join(os.path.dirname(hosting.PROGRAMS), "lib")
+        no_factory = os.path.join(libraries, "liblibrary_without_factory.so")
+        null = os.path.join(libraries, "liblibrary_returning_null.so")
+        for library, complaint in (
+                ("/nonexistent/lib.so", "cannot load the provider library: /nonexistent/lib.so: cannot "
+                                        "open shared object file: No such file or directory"),
+                (OHCI_TREE, "cannot load the provider library: %s: " % OHCI_TREE),
+                (no_factory, "%s is no provider library: it has no function PegasusCreateProvider"
+                             % no_factory),
+                (null, "%s has no provider named ZORVA_UsbHc_DiagProvider" % null)):
             status, output, errors = run("--provider", library)
             self.assertEqual((status, output), (1, ""))
             self.assertIn("cimhost: " + complaint, errors)
