@@ -67,6 +67,27 @@ TEST(PathParts, ReadsNestedPathsOfAnyDepth) {
     EXPECT_EQ(parts.keyBindings[0].getType(), CIMKeyBinding::REFERENCE);
 }
 
+TEST(PathParts, HasNoKeysAfterAFault) {
+    PathParts parts;
+    EXPECT_NE(parsePath("root/x:C.j=1,k=", parts), "");
+    EXPECT_EQ(parts.keyBindings.size(), 0U);
+    EXPECT_EQ(parts.className.getString(), "C");
+    EXPECT_EQ(parts.nameSpace.getString(), "root/x");
+}
+
+TEST(PathParts, KeepsManyKeysOfOneNameInPlace) {
+    Array<CIMKeyBinding> keys;
+    for (int i = 0; i < 100; ++i) {
+        keys.append(CIMKeyBinding("b", std::to_string(i).c_str(), CIMKeyBinding::NUMERIC));
+    }
+    keys.append(CIMKeyBinding("a", "first", CIMKeyBinding::STRING));
+    sortKeys(keys);
+    EXPECT_EQ(keys[0].getValue(), "first");
+    for (Uint32 i = 0; i < 100; ++i) {
+        ASSERT_EQ(keys[i + 1].getValue(), std::to_string(i).c_str());
+    }
+}
+
 TEST(PathParts, SortsByNameIgnoringCaseAndKeepsTheRestInPlace) {
     Array<CIMKeyBinding> keys;
     for (const char* const name : {"b", "A", "B", "a"}) {
