@@ -12,6 +12,7 @@
 #include <array>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <stdexcept>
 
@@ -102,10 +103,12 @@ const std::string& KeptConnection::exchange(const std::string& request) {
         response_.append(buffer.data(), static_cast<std::size_t>(count));
         const std::size_t head = response_.find("\r\n\r\n");
         if (whole == 0 && head != std::string::npos) {
-            const std::string length = "Content-Length: ";
-            whole = head + 4 +
-                    std::strtoul(response_.c_str() + response_.find(length) + length.size(),
-                                 nullptr, 10);
+            // Servers spell the header as they like.
+            const char* const length = strcasestr(response_.c_str(), "\r\nContent-Length:");
+            if (length == nullptr) {
+                throw std::runtime_error("a response without a length");
+            }
+            whole = head + 4 + std::strtoul(std::strchr(length, ':') + 1, nullptr, 10);
         }
     }
     if (response_.compare(0, 12, "HTTP/1.1 200") != 0) {

@@ -62,7 +62,7 @@ class Server:
     """A server with a home made from an installation: programs shared, repository its own."""
 
     def __init__(self, installation):
-        self.root = pathlib.Path(tempfile.mkdtemp(prefix="openpegasus-test-"))
+        self.root = pathlib.Path(tempfile.mkdtemp(prefix="openpegasus-", dir="/var/tmp"))
         self.home = self.root / "home"
         (self.home / "lib").mkdir(parents=True)
         for library in (installation / "lib").iterdir():
