@@ -167,6 +167,9 @@ TEST_F(ZorvaUsbHcDiagProvider, GetOfAnUnknownClassLogsThePathAlone) {
 TEST_F(ZorvaUsbHcDiagProvider, ClassNameInLowerCaseIsServed) {
     EXPECT_EQ(client_.instances("zorva_usbhc_diagtest").size(), 1U);
     EXPECT_EQ(client_.names("zorva_usbhc_diagtest"), Texts{testPathText()});
+    CIMObjectPath requested = path(testPathText());
+    requested.setClassName(CIMName("zorva_usbhc_diagtest"));
+    EXPECT_EQ(propertyText(client_.get(requested), "Name"), "string GetUsbDeviceInformation");
 }
 
 TEST_F(ZorvaUsbHcDiagProvider, ResultsBeforeAnyRunAreAnEmptyArray) {
