@@ -111,7 +111,7 @@ class Server:
         return self.run("cimserver", "--status", check=False).returncode == 0
 
     def process_id(self):
-        return int(pathlib.Path("/var/tmp/cimserver_start.conf").read_text().split()[0])
+        return int(pathlib.Path("/var/tmp", "cimserver_start.conf").read_text().split()[0])
 
     def provider_process(self):
         """The process that has the library loaded, the server's own or its agent's; or None. Under
