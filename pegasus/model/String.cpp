@@ -106,21 +106,29 @@ int compareUnits(const String& s1, const String& s2, Uint32 limit, Fold fold) {
     return static_cast<int>(size1 > size2) - static_cast<int>(size1 < size2);
 }
 
-template <class Unit, class Fold>
-bool equalUnits(const String& s1, const Unit* units2, std::size_t size2, Fold fold) {
-    return s1.size() == size2 &&
-           std::equal(units2, units2 + size2, s1.getChar16Data(),
-                      [fold](Unit x, Char16 y) { return fold(Uint16(x)) == fold(y); });
+constexpr auto isSame = [](Uint16 x, Uint16 y) { return x == y; };
+
+constexpr auto isSameLetter = [](Uint16 x, Uint16 y) { return x == y || lowered(x) == lowered(y); };
+
+template <class Unit, class Same>
+bool equalUnits(const String& s1, const Unit* units2, std::size_t size2, Same same) {
+    return s1.size() == size2 && std::equal(units2, units2 + size2, s1.getChar16Data(), same);
 }
 
-template <class Fold>
-bool equalText(const String& s1, const char* s2, Fold fold) {
+/// Copies of one text share it, so that they need no look at it.
+template <class Same>
+bool equalTexts(const String& s1, const String& s2, Same same) {
+    const Char16* const units2 = s2.getChar16Data();
+    return s1.getChar16Data() == units2 || equalUnits(s1, units2, s2.size(), same);
+}
+
+template <class Same>
+bool equalTexts(const String& s1, const char* s2, Same same) {
     const Uint32 size2 = lengthOf(s2);
     if (!std::all_of(s2, s2 + size2, isAscii)) {
-        const String converted(s2, size2);
-        return equalUnits(s1, converted.getChar16Data(), converted.size(), fold);
+        return equalTexts(s1, String(s2, size2), same);
     }
-    return equalUnits(s1, s2, size2, fold);
+    return equalUnits(s1, s2, size2, same);
 }
 
 }  // namespace
@@ -334,19 +342,19 @@ int String::compareNoCase(const String& s1, const String& s2) {
 }
 
 Boolean String::equal(const String& s1, const String& s2) {
-    return equalUnits(s1, s2.getChar16Data(), s2.size(), unchanged);
+    return equalTexts(s1, s2, isSame);
 }
 
 Boolean String::equal(const String& s1, const char* s2) {
-    return equalText(s1, s2, unchanged);
+    return equalTexts(s1, s2, isSame);
 }
 
 Boolean String::equalNoCase(const String& s1, const String& s2) {
-    return equalUnits(s1, s2.getChar16Data(), s2.size(), lowered);
+    return equalTexts(s1, s2, isSameLetter);
 }
 
 Boolean String::equalNoCase(const String& s1, const char* s2) {
-    return equalText(s1, s2, lowered);
+    return equalTexts(s1, s2, isSameLetter);
 }
 
 Boolean operator==(const String& s1, const String& s2) {
