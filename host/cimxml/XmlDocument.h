@@ -51,7 +51,7 @@ public:
         pugi::xml_node node_;
     };
     Iterator begin() const { return Iterator(firstChild().node_); }
-    Iterator end() const { return Iterator(pugi::xml_node()); }
+    static Iterator end() { return Iterator(pugi::xml_node()); }
 
 private:
     friend class XmlDocument;

@@ -157,8 +157,8 @@ private:
             const auto space = buffer_.prepare(room);
             buffer_.commit(stream_.read(static_cast<char*>(space.data()), space.size()));
             return true;
-        } catch (StreamEnd end) {
-            if (end != StreamEnd::closed || !parser.got_some()) {
+        } catch (const StreamEnded& end) {
+            if (end.why != StreamEnd::closed || !parser.got_some()) {
                 throw;
             }
             error_code error;
@@ -226,9 +226,9 @@ HttpResponse HttpClient::exchange(const HttpRequest& request) {
             connection_.reset();
         }
         return response;
-    } catch (StreamEnd end) {
+    } catch (const StreamEnded& end) {
         connection_.reset();
-        throw HttpError(endText(end));
+        throw HttpError(endText(end.why));
     } catch (...) {
         connection_.reset();
         throw;

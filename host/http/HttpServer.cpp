@@ -109,7 +109,7 @@ public:
             }
         } catch (const Refusal& refusal) {
             refuse(refusal.status);
-        } catch (StreamEnd) {
+        } catch (const StreamEnded&) {
             // The client is gone, or has been silent for too long.
         }
     }
@@ -117,7 +117,7 @@ public:
 private:
     using Parser = http::request_parser<http::string_body>;
 
-    static constexpr std::size_t chunk = 16 * 1024;
+    static constexpr std::size_t chunk = 16UL * 1024;
 
     /// Returns whether the connection lives on.
     bool serveRequest() {
@@ -126,9 +126,9 @@ private:
         try {
             readHead(parser);
             readBody(parser);
-        } catch (StreamEnd end) {
+        } catch (const StreamEnded& end) {
             // What was cut off is answered, for a client that closed its sending side only.
-            throw Refusal{end == StreamEnd::timeout ? 408U : 400U};
+            throw Refusal{end.why == StreamEnd::timeout ? 408U : 400U};
         }
         const bool keepAlive = parser.get().keep_alive();
         const bool http10 = parser.get().version() == 10;
@@ -161,7 +161,7 @@ private:
             stream_.setDeadline(lingerTime);
             stream_.write(head);
             stream_.drain();
-        } catch (StreamEnd) {
+        } catch (const StreamEnded&) {
             // Nobody is there to be told.
         }
     }

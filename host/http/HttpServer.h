@@ -19,8 +19,8 @@ namespace cimhost {
 
 /// What a client may ask of the server. At a limit a request is answered, beyond it is refused.
 struct HttpLimits {
-    std::size_t headerBytes = 16 * 1024;             ///< request line and header; beyond: 431
-    std::size_t bodyBytes = 1024 * 1024;             ///< beyond: 413
+    std::size_t headerBytes = 16UL * 1024;           ///< request line and header; beyond: 431
+    std::size_t bodyBytes = 1024UL * 1024;           ///< beyond: 413
     std::size_t connections = 64;                    ///< open at once; beyond: 503
     std::chrono::milliseconds requestTime{30'000};   ///< from first to last byte; beyond: 408
     std::chrono::milliseconds idleTime{60'000};      ///< without a request; beyond: closed

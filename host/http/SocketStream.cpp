@@ -48,7 +48,7 @@ SocketStream::~SocketStream() {
 
 void SocketStream::checkDeadline() const {
     if (Clock::now() >= deadline_) {
-        throw StreamEnd::timeout;
+        throw StreamEnded{StreamEnd::timeout};
     }
 }
 
@@ -60,10 +60,10 @@ std::size_t SocketStream::read(char* buffer, std::size_t size) {
             return static_cast<std::size_t>(count);
         }
         if (count == 0) {
-            throw StreamEnd::closed;
+            throw StreamEnded{StreamEnd::closed};
         }
         if (!isTick()) {
-            throw StreamEnd::failed;
+            throw StreamEnded{StreamEnd::failed};
         }
     }
 }
@@ -83,7 +83,7 @@ void SocketStream::write(std::string_view head, std::string_view body) {
         const ssize_t count = sendmsg(descriptor_, &message, MSG_NOSIGNAL);
         if (count < 0) {
             if (!isTick()) {
-                throw StreamEnd::failed;
+                throw StreamEnded{StreamEnd::failed};
             }
             continue;
         }
@@ -101,7 +101,7 @@ void SocketStream::drain() {
         while (true) {
             read(dropped.data(), dropped.size());
         }
-    } catch (StreamEnd) {
+    } catch (const StreamEnded&) {
         // Either way there is nothing more to wait for.
     }
 }

@@ -8,11 +8,16 @@
 
 namespace cimhost {
 
-/// Thrown when a transfer cannot go on: the peer is gone or the deadline has passed.
+/// Why a transfer cannot go on.
 enum class StreamEnd {
     closed,   ///< the peer closed its side
     timeout,  ///< the deadline has passed
     failed,   ///< the connection broke
+};
+
+/// Thrown when a transfer cannot go on.
+struct StreamEnded {
+    StreamEnd why;
 };
 
 /// Reads and writes a socket. Owns the descriptor. One thread at a time.
@@ -30,10 +35,10 @@ public:
     void setDeadline(Clock::time_point deadline) { deadline_ = deadline; }
     void setDeadline(std::chrono::milliseconds fromNow) { setDeadline(Clock::now() + fromNow); }
 
-    /// Waits for bytes; returns how many were read, at least one. Throws StreamEnd.
+    /// Waits for bytes; returns how many were read, at least one. Throws StreamEnded.
     std::size_t read(char* buffer, std::size_t size);
 
-    /// Writes everything of both parts. Throws StreamEnd.
+    /// Writes everything of both parts. Throws StreamEnded.
     void write(std::string_view head, std::string_view body = {});
 
     /// Says that nothing more will be written, and reads and drops what still comes until the peer

@@ -43,8 +43,8 @@ protected:
         try {
             read();
             return std::nullopt;
-        } catch (StreamEnd end) {
-            return end;
+        } catch (const StreamEnded& end) {
+            return end.why;
         }
     }
 
@@ -79,8 +79,8 @@ TEST_F(SocketStreamTest, aPeerThatDripsDoesNotMoveTheDeadline) {
         while (true) {
             read();
         }
-    } catch (StreamEnd end) {
-        EXPECT_EQ(end, StreamEnd::timeout);
+    } catch (const StreamEnded& end) {
+        EXPECT_EQ(end.why, StreamEnd::timeout);
     }
     EXPECT_LT(SocketStream::Clock::now() - start, std::chrono::seconds(5));
     stream_.reset();
@@ -93,8 +93,8 @@ TEST_F(SocketStreamTest, aPeerThatDoesNotReadEndsAtTheDeadline) {
     try {
         stream_->write("head", large);
         FAIL();
-    } catch (StreamEnd end) {
-        EXPECT_EQ(end, StreamEnd::timeout);
+    } catch (const StreamEnded& end) {
+        EXPECT_EQ(end.why, StreamEnd::timeout);
     }
 }
 
@@ -120,8 +120,8 @@ TEST_F(SocketStreamTest, writingToNobodyFails) {
         stream_->write("x");
         stream_->write("x");
         FAIL();
-    } catch (StreamEnd end) {
-        EXPECT_EQ(end, StreamEnd::failed);
+    } catch (const StreamEnded& end) {
+        EXPECT_EQ(end.why, StreamEnd::failed);
     }
 }
 
