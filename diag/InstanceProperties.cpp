@@ -7,12 +7,10 @@
 namespace Pegasus {
 namespace {
 
-Uint32 positionOf(const CIMInstance& instance, const String& name) {
-    // A text that is no legal name would be refused by the name's constructor; no property has it.
-    const Uint32 position =
-        CIMName::legal(name) ? instance.findProperty(CIMName(name)) : PEG_NOT_FOUND;
+Uint32 positionOf(const CIMInstance& instance, const CIMName& name) {
+    const Uint32 position = instance.findProperty(name);
     if (position == PEG_NOT_FOUND) {
-        throw NoSuchProperty(name);
+        throw NoSuchProperty(name.getString());
     }
     return position;
 }
@@ -23,12 +21,23 @@ bool hasProperties(const CIMInstance& instance) {
     return !instance.isUninitialized() && instance.getPropertyCount() > 0;
 }
 
-CIMProperty propertyOf(CIMInstance& instance, const String& name) {
+CIMName toPropertyName(const String& text) {
+    if (!CIMName::legal(text)) {
+        throw NoSuchProperty(text);
+    }
+    return CIMName(text);
+}
+
+CIMProperty propertyOf(CIMInstance& instance, const CIMName& name) {
     return instance.getProperty(positionOf(instance, name));
 }
 
-CIMValue propertyValueOf(const CIMInstance& instance, const String& name) {
+CIMValue propertyValueOf(const CIMInstance& instance, const CIMName& name) {
     return instance.getProperty(positionOf(instance, name)).getValue();
+}
+
+bool hasPropertyValue(const CIMInstance& instance, const CIMName& name, const CIMValue& value) {
+    return instance.getProperty(positionOf(instance, name)).getValue() == value;
 }
 
 void addProperty(CIMInstance& instance, const char* name, const CIMValue& value) {

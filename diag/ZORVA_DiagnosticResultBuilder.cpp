@@ -16,6 +16,17 @@
 namespace Pegasus {
 namespace {
 
+// Every line of a report looks its result up, so these names are made once.
+const CIMName DIAGNOSTIC_NAME("DiagnosticName");
+const CIMName EXECUTION_ID("ExecutionID");
+const CIMName TEST_RESULTS("TestResults");
+
+bool isResultOf(const CIMInstance& instance, const CIMValue& diagnosticName,
+                const CIMValue& executionId) {
+    return hasPropertyValue(instance, DIAGNOSTIC_NAME, diagnosticName) &&
+           hasPropertyValue(instance, EXECUTION_ID, executionId);
+}
+
 // "TestResults" is missing because it only grows, "ErrorCode" because nothing ever sets it.
 bool isWritable(const String& propertyName) {
     for (const char* name :
@@ -34,6 +45,7 @@ bool isWritable(const String& propertyName) {
 }  // namespace
 
 InstanceTable ZORVA_DiagnosticResultBuilder::res_ref_inst;
+Uint32 ZORVA_DiagnosticResultBuilder::last_found_index = RESULT_NOT_FOUND;
 
 ZORVA_DiagnosticResultBuilder::~ZORVA_DiagnosticResultBuilder() = default;
 
@@ -90,15 +102,15 @@ void ZORVA_DiagnosticResultBuilder::buildDefaultResultProperties(CIMInstance& in
 
 bool ZORVA_DiagnosticResultBuilder::checkForTestResult(CIMOMHandle handle, String diagnosticName,
                                                        String executionId, bool replace) {
-    const Uint32 index = getRefInstIndex(diagnosticName, executionId);
+    const Uint32 index = firstResultOf(diagnosticName, executionId);
     const bool exists = index != RESULT_NOT_FOUND;
     if (!exists || replace) {
         buildTestResult(handle, diagnosticName, executionId);
     }
     if (exists && replace) {
-        res_ref_inst.remove(index);
+        removeResult(index);
     }
-    return getRefInstIndex(diagnosticName, executionId) != RESULT_NOT_FOUND;
+    return firstResultOf(diagnosticName, executionId) != RESULT_NOT_FOUND;
 }
 
 Array<CIMInstance> ZORVA_DiagnosticResultBuilder::getResultInstance(CIMObjectPath reference) {
@@ -122,12 +134,12 @@ Array<CIMObjectPath> ZORVA_DiagnosticResultBuilder::enumResultReferences() {
 
 CIMObjectPath ZORVA_DiagnosticResultBuilder::getTestResultReference(String diagnosticName,
                                                                     String executionId) {
-    return res_ref_inst[getRefInstIndex(diagnosticName, executionId)].first;
+    return res_ref_inst[firstResultOf(diagnosticName, executionId)].first;
 }
 
 CIMValue ZORVA_DiagnosticResultBuilder::getResultProperty(String diagnosticName, String executionId,
                                                           String propertyName) {
-    return getPropertyValue(getRefInstIndex(diagnosticName, executionId), propertyName);
+    return getPropertyValue(firstResultOf(diagnosticName, executionId), propertyName);
 }
 
 void ZORVA_DiagnosticResultBuilder::setResultProperty(String diagnosticName, String executionId,
@@ -135,14 +147,14 @@ void ZORVA_DiagnosticResultBuilder::setResultProperty(String diagnosticName, Str
     if (!isWritable(propertyName)) {
         throw NotImplemented("ZORVA_DiagnosticResult property not writable");
     }
-    CIMInstance& instance = res_ref_inst[getRefInstIndex(diagnosticName, executionId)].second;
-    propertyOf(instance, propertyName).setValue(value);
+    CIMInstance& instance = res_ref_inst[firstResultOf(diagnosticName, executionId)].second;
+    propertyOf(instance, CIMName(propertyName)).setValue(value);
 }
 
 void ZORVA_DiagnosticResultBuilder::setResultPropertyTestResults(String diagnosticName,
                                                                  String executionId, String line) {
-    CIMInstance& instance = res_ref_inst[getRefInstIndex(diagnosticName, executionId)].second;
-    CIMProperty property = propertyOf(instance, "TestResults");
+    CIMInstance& instance = res_ref_inst[firstResultOf(diagnosticName, executionId)].second;
+    CIMProperty property = propertyOf(instance, TEST_RESULTS);
     Array<String> lines;
     property.getValue().get(lines);
     // Arrays are copied on the first write while they are shared: with the property's hold on it
@@ -153,25 +165,43 @@ void ZORVA_DiagnosticResultBuilder::setResultPropertyTestResults(String diagnost
 }
 
 Uint32 ZORVA_DiagnosticResultBuilder::getRefInstIndex(String diagnosticName, String executionId) {
-    return nextResultOf(diagnosticName, executionId, 0);
+    return firstResultOf(diagnosticName, executionId);
+}
+
+// A run asks for its one result hundreds of times, so the place of the last one found is looked at
+// first. It stays the first of its pair until a result is removed: the table grows at its end, and
+// what identifies a result never changes.
+Uint32 ZORVA_DiagnosticResultBuilder::firstResultOf(const String& diagnosticName,
+                                                    const String& executionId) {
+    const InstanceTable& results = res_ref_inst;
+    if (last_found_index >= results.size() ||
+        !isResultOf(results[last_found_index].second, CIMValue(diagnosticName),
+                    CIMValue(executionId))) {
+        last_found_index = nextResultOf(diagnosticName, executionId, 0);
+    }
+    return last_found_index;
 }
 
 Uint32 ZORVA_DiagnosticResultBuilder::nextResultOf(const String& diagnosticName,
                                                    const String& executionId, Uint32 first) {
     const CIMValue name(diagnosticName);
     const CIMValue id(executionId);
-    for (Uint32 i = first; i < res_ref_inst.size(); ++i) {
-        const CIMInstance& instance = res_ref_inst[i].second;
-        if (propertyValueOf(instance, "DiagnosticName") == name &&
-            propertyValueOf(instance, "ExecutionID") == id) {
+    const InstanceTable& results = res_ref_inst;
+    for (Uint32 i = first; i < results.size(); ++i) {
+        if (isResultOf(results[i].second, name, id)) {
             return i;
         }
     }
     return RESULT_NOT_FOUND;
 }
 
+void ZORVA_DiagnosticResultBuilder::removeResult(Uint32 index) {
+    res_ref_inst.remove(index);
+    last_found_index = RESULT_NOT_FOUND;
+}
+
 CIMValue ZORVA_DiagnosticResultBuilder::getPropertyValue(Uint32 index, String propertyName) {
-    return propertyValueOf(res_ref_inst[index].second, propertyName);
+    return propertyValueOf(res_ref_inst[index].second, toPropertyName(propertyName));
 }
 
 CIMValue ZORVA_DiagnosticResultBuilder::clearResultElement(String diagnosticName,
@@ -198,7 +228,7 @@ CIMValue ZORVA_DiagnosticResultBuilder::clearResultElement(String diagnosticName
                                                CIMValue(String(diagnosticName + deviceId)), true));
             ++i;
         } else {
-            res_ref_inst.remove(i);
+            removeResult(i);
         }
         i = nextResultOf(diagnosticName, deviceId, i);
     }

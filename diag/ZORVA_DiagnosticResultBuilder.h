@@ -84,13 +84,20 @@ public:
                                 Array<CIMParamValue>& outParameters);
 
 protected:
-    /// The one table of the process.
+    /// The one table of the process. Subclasses append to it, and remove by removeResult() alone.
     static InstanceTable res_ref_inst;
 
+    /// Removes the result at the index, which must be one of the table.
+    static void removeResult(Uint32 index);
+
 private:
-    /// As getRefInstIndex(), of the results from the index `first` on.
+    /// As getRefInstIndex().
+    static Uint32 firstResultOf(const String& diagnosticName, const String& executionId);
+    /// The same of the results from the index `first` on.
     static Uint32 nextResultOf(const String& diagnosticName, const String& executionId,
                                Uint32 first);
+
+    static Uint32 last_found_index;
 };
 
 }  // namespace Pegasus

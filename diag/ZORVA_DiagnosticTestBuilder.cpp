@@ -33,7 +33,7 @@ Array<CIMObjectPath> ZORVA_DiagnosticTestBuilder::enumTestReferences() {
 Uint32 ZORVA_DiagnosticTestBuilder::getInstanceIndex(String testName) {
     const CIMValue wanted(testName);
     for (Uint32 i = 0; i < _tests.size(); ++i) {
-        if (propertyValueOf(_tests[i].second, "Name") == wanted) {
+        if (hasPropertyValue(_tests[i].second, "Name", wanted)) {
             return i;
         }
     }
@@ -41,7 +41,8 @@ Uint32 ZORVA_DiagnosticTestBuilder::getInstanceIndex(String testName) {
 }
 
 CIMValue ZORVA_DiagnosticTestBuilder::getTestProperty(String testName, String propertyName) {
-    return propertyValueOf(_tests[getInstanceIndex(testName)].second, propertyName);
+    const CIMInstance& test = _tests[getInstanceIndex(testName)].second;
+    return propertyValueOf(test, toPropertyName(propertyName));
 }
 
 void ZORVA_DiagnosticTestBuilder::setTestProperty(String testName, String propertyName,
@@ -49,7 +50,8 @@ void ZORVA_DiagnosticTestBuilder::setTestProperty(String testName, String proper
     if (propertyName != "IsInUse" && propertyName != "Started") {
         throw NotImplemented("ZORVA_DiagnosticTest property not writable");
     }
-    propertyOf(_tests[getInstanceIndex(testName)].second, propertyName).setValue(value);
+    CIMInstance& test = _tests[getInstanceIndex(testName)].second;
+    propertyOf(test, CIMName(propertyName)).setValue(value);
 }
 
 bool ZORVA_DiagnosticTestBuilder::getHasCharacteristic(String testName, Uint16 characteristic) {

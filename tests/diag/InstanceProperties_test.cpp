@@ -41,11 +41,18 @@ TEST(InstanceProperties, AbsentPropertyIsNamed) {
 }
 
 TEST(InstanceProperties, TextThatIsNoLegalNameIsAnAbsentProperty) {
+    EXPECT_EQ(text(toPropertyName("Number")), "Number");
+    EXPECT_EQ(thrownBy<NoSuchProperty>([] { toPropertyName(""); }), "no such property: ");
+    EXPECT_EQ(thrownBy<NoSuchProperty>([] { toPropertyName("a b"); }), "no such property: a b");
+}
+
+TEST(InstanceProperties, ValueIsComparedWithItsType) {
     const CIMInstance instance = instanceWithNumber();
-    EXPECT_EQ(thrownBy<NoSuchProperty>([&] { propertyValueOf(instance, ""); }),
-              "no such property: ");
-    EXPECT_EQ(thrownBy<NoSuchProperty>([&] { propertyValueOf(instance, "a b"); }),
-              "no such property: a b");
+    EXPECT_TRUE(hasPropertyValue(instance, "number", CIMValue(Uint16(1))));
+    EXPECT_FALSE(hasPropertyValue(instance, "Number", CIMValue(Uint16(2))));
+    EXPECT_FALSE(hasPropertyValue(instance, "Number", CIMValue(Uint32(1))));
+    EXPECT_EQ(thrownBy<NoSuchProperty>([&] { hasPropertyValue(instance, "Other", CIMValue()); }),
+              "no such property: Other");
 }
 
 TEST(InstanceProperties, AddedPropertyHasNoFurtherAttributes) {

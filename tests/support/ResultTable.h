@@ -7,8 +7,14 @@
 /// Empties the table when made and when destroyed.
 class ResultTable : public Pegasus::ZORVA_DiagnosticResultBuilder {
 public:
-    ResultTable() { res_ref_inst.clear(); }
-    ~ResultTable() override { res_ref_inst.clear(); }
+    ResultTable() { clear(); }
+    ~ResultTable() override { clear(); }
+
+    static void clear() {
+        while (res_ref_inst.size() > 0) {
+            removeResult(0);
+        }
+    }
 
     static Pegasus::InstanceTable& entries() { return res_ref_inst; }
 };

@@ -132,7 +132,7 @@ TEST_F(DeviceInformationTest, CallIsLoggedWithItsArgumentInBetween) {
 }
 
 TEST_F(DeviceInformationTest, ResultThatIsGoneEndsTheTest) {
-    ResultTable::entries().clear();
+    ResultTable::clear();
     PrivateDeviceList::show(block("01"));
     testing::internal::CaptureStdout();
     EXPECT_EQ(thrownBy<IndexOutOfBoundsException>([&] { run_.UsbHc_GetUsbDeviceInformation(""); }),
