@@ -16,16 +16,11 @@
 namespace Pegasus {
 namespace {
 
-// Every line of a report looks its result up, so these names are made once.
+// Every line of a report needs these, so they are made once.
 const CIMName DIAGNOSTIC_NAME("DiagnosticName");
 const CIMName EXECUTION_ID("ExecutionID");
 const CIMName TEST_RESULTS("TestResults");
-
-bool isResultOf(const CIMInstance& instance, const CIMValue& diagnosticName,
-                const CIMValue& executionId) {
-    return hasPropertyValue(instance, DIAGNOSTIC_NAME, diagnosticName) &&
-           hasPropertyValue(instance, EXECUTION_ID, executionId);
-}
+const CIMValue NO_LINES{Array<String>()};
 
 // "TestResults" is missing because it only grows, "ErrorCode" because nothing ever sets it.
 bool isWritable(const String& propertyName) {
@@ -45,7 +40,8 @@ bool isWritable(const String& propertyName) {
 }  // namespace
 
 InstanceTable ZORVA_DiagnosticResultBuilder::res_ref_inst;
-Uint32 ZORVA_DiagnosticResultBuilder::last_found_index = RESULT_NOT_FOUND;
+ZORVA_DiagnosticResultBuilder::Found ZORVA_DiagnosticResultBuilder::last_found = {
+    RESULT_NOT_FOUND, String(), String()};
 
 ZORVA_DiagnosticResultBuilder::~ZORVA_DiagnosticResultBuilder() = default;
 
@@ -159,7 +155,7 @@ void ZORVA_DiagnosticResultBuilder::setResultPropertyTestResults(String diagnost
     property.getValue().get(lines);
     // Arrays are copied on the first write while they are shared: with the property's hold on it
     // gone, the array grows in place instead of being copied for every line.
-    property.setValue(CIMValue(Array<String>()));
+    property.setValue(NO_LINES);
     lines.append(line);
     property.setValue(CIMValue(lines));
 }
@@ -168,18 +164,16 @@ Uint32 ZORVA_DiagnosticResultBuilder::getRefInstIndex(String diagnosticName, Str
     return firstResultOf(diagnosticName, executionId);
 }
 
-// A run asks for its one result hundreds of times, so the place of the last one found is looked at
-// first. It stays the first of its pair until a result is removed: the table grows at its end, and
-// what identifies a result never changes.
+// A run asks for its one result hundreds of times, so the answer to the last question is kept. It
+// stays right until a result is removed: the table grows at its end, and what identifies a result
+// never changes.
 Uint32 ZORVA_DiagnosticResultBuilder::firstResultOf(const String& diagnosticName,
                                                     const String& executionId) {
-    const InstanceTable& results = res_ref_inst;
-    if (last_found_index >= results.size() ||
-        !isResultOf(results[last_found_index].second, CIMValue(diagnosticName),
-                    CIMValue(executionId))) {
-        last_found_index = nextResultOf(diagnosticName, executionId, 0);
+    if (last_found.index == RESULT_NOT_FOUND || last_found.diagnosticName != diagnosticName ||
+        last_found.executionId != executionId) {
+        last_found = {nextResultOf(diagnosticName, executionId, 0), diagnosticName, executionId};
     }
-    return last_found_index;
+    return last_found.index;
 }
 
 Uint32 ZORVA_DiagnosticResultBuilder::nextResultOf(const String& diagnosticName,
@@ -188,7 +182,9 @@ Uint32 ZORVA_DiagnosticResultBuilder::nextResultOf(const String& diagnosticName,
     const CIMValue id(executionId);
     const InstanceTable& results = res_ref_inst;
     for (Uint32 i = first; i < results.size(); ++i) {
-        if (isResultOf(results[i].second, name, id)) {
+        const CIMInstance& result = results[i].second;
+        if (hasPropertyValue(result, DIAGNOSTIC_NAME, name) &&
+            hasPropertyValue(result, EXECUTION_ID, id)) {
             return i;
         }
     }
@@ -197,7 +193,7 @@ Uint32 ZORVA_DiagnosticResultBuilder::nextResultOf(const String& diagnosticName,
 
 void ZORVA_DiagnosticResultBuilder::removeResult(Uint32 index) {
     res_ref_inst.remove(index);
-    last_found_index = RESULT_NOT_FOUND;
+    last_found.index = RESULT_NOT_FOUND;
 }
 
 CIMValue ZORVA_DiagnosticResultBuilder::getPropertyValue(Uint32 index, String propertyName) {

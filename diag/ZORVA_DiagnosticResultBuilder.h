@@ -97,7 +97,13 @@ private:
     static Uint32 nextResultOf(const String& diagnosticName, const String& executionId,
                                Uint32 first);
 
-    static Uint32 last_found_index;
+    /// A result's index and what identifies it.
+    struct Found {
+        Uint32 index;
+        String diagnosticName;
+        String executionId;
+    };
+    static Found last_found;
 };
 
 }  // namespace Pegasus
