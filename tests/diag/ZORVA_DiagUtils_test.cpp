@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include <ctime>
+#include <memory>
 
 namespace Pegasus {
 namespace {
@@ -33,6 +33,21 @@ TEST(ZorvaDiagUtils, LogIsMadeInTheWorkingDirectoryOfTheMoment) {
         EXPECT_EQ(second.take(), "second");
     }
     EXPECT_EQ(first.take(), "first");
+}
+
+TEST(ZorvaDiagUtils, ObjectMayBeDerivedFromAndDeletedByItsBase) {
+    class Derived : public ZORVA_DiagUtils {
+    public:
+        explicit Derived(bool& isGone) : isGone_(isGone) {}
+        ~Derived() override { isGone_ = true; }
+
+    private:
+        bool& isGone_;
+    };
+    bool isGone = false;
+    std::unique_ptr<ZORVA_DiagUtils> object = std::make_unique<Derived>(isGone);
+    object.reset();
+    EXPECT_TRUE(isGone);
 }
 
 TEST(ZorvaDiagUtils, CurrentDateTimeIsTheTimeOfNow) {
