@@ -35,11 +35,11 @@ std::string clause(const std::string& path, const DeviceListFinding& finding) {
         case State::empty:
             return path + " is empty";
         case State::blank:
-            return path + " holds no USB device (no line that begins with \"T:\")";
+            return path + R"( holds no USB device (no line that begins with "T:"))";
         case State::filled:
             break;
     }
-    return path + " holds no complete USB device (no \"E:\" line behind a \"T:\")";
+    return path + R"( holds no complete USB device (no "E:" line behind a "T:"))";
 }
 
 std::string adviceWithoutKernelList(const DeviceListPlaces& places) {

@@ -27,12 +27,14 @@ void print(const Pegasus::Array<Pegasus::CIMInstance>& instances,
         return;
     }
     std::vector<std::string> headings;
+    headings.reserve(columns.size());
     for (const Column& column : columns) {
         headings.push_back(column.heading);
     }
     Table table(headings);
     for (Pegasus::Uint32 i = 0; i < instances.size(); ++i) {
         std::vector<std::string> cells;
+        cells.reserve(columns.size());
         for (const Column& column : columns) {
             cells.push_back(column.cell(instances[i]));
         }

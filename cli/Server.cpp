@@ -69,6 +69,9 @@ Server::Server(const Invocation& invocation) {
 std::string Server::explain(const std::string& what) const {
     // A message of the client begins with the URL.
     std::string text = what.rfind(url_, 0) == 0 ? what : url_ + ": " + what;
+    if (text.find("answers 401 ") != std::string::npos) {
+        text += "\nUser and password go into a file for --credentials.";
+    }
     if (private_ != nullptr) {
         text = "the private server at " + text;
         const std::string said = private_->diagnostics();

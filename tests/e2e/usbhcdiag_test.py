@@ -349,6 +349,7 @@ class NamedServer(Case):
         wrong = self.file(b"anna:guess\n", "wrong", 0o600)
         said = self.fails(1, "tests", "--server", self.url, "--credentials", wrong)
         self.assertTrue(said.startswith(f"usbhcdiag: {self.url}: the server answers 401"), said)
+        self.assertIn("--credentials", said)
         self.assertNotIn("guess", said)
         said = self.fails(1, "tests", "--server", self.url)
         self.assertIn("401", said)
