@@ -23,7 +23,8 @@ class Lifecycle:
         show_devices(sample(self.device_list))
         self.server = Server(INSTALLATION)
         self.addCleanup(self.server.close)
-        self.server.start(self.out_of_process)
+        # In seconds; the default is 30, and some cases wait for it.
+        self.server.start(self.out_of_process, shutdownTimeout="5")
         self.server.register("--devices", sample(self.device_list))
         super().setUp()
 

@@ -11,6 +11,7 @@ from pegasus_server import LIBRARY
 
 COMMAND = "usbhcdiag-openpegasus"
 MODULE = "ZORVA_UsbHc_DiagProviderModule"
+DMTF_SCHEMA = os.path.join(os.environ.get("PEGASUS_ROOT", ""), "Schemas/CIM241/DMTF")
 
 
 class RegistrationCase(unittest.TestCase):
@@ -89,14 +90,32 @@ class Registration(RegistrationCase):
         foreign.write_text("class ACME_Thing : CIM_LogicalElement { [Key] string Id; };\n")
         self.server.run("cimmof", "-n", "root/kavex", foreign)
         said = self.command("unregister")
-        self.assertIn("root/kavex stays, with its superclasses: it holds classes of others "
-                      "(ACME_Thing)", said)
+        self.assertIn("root/kavex stays, with its superclasses: it holds 1 classes of others "
+                      "(ACME_Thing, ...)", said)
         left = self.server.run("cimcli", "nc", "-di", "-n", "root/kavex").stdout.split()
         self.assertIn("ACME_Thing", left)
         self.assertIn("CIM_LogicalElement", left)
         self.assertEqual([name for name in left if name.startswith(("ZORVA_", "QUIRVO_"))], [])
         self.register()
         self.assertIn("Everything is in place", self.command("check"))
+
+    @unittest.skipUnless(os.path.isdir(DMTF_SCHEMA), "PEGASUS_ROOT names no OpenPegasus source tree")
+    def test_beside_the_whole_dmtf_schema(self):
+        self.server.start()
+        self.server.run("cimmof", "-w", "-aE", "-n", "root/kavex", "-I", DMTF_SCHEMA,
+                        os.path.join(DMTF_SCHEMA, "cim_schema_2.41.0.mof"))
+        before = self.contents()
+        self.register()
+        self.assertIn("Everything is in place", self.command("check"))
+        client = Client(self.server.url)
+        self.addCleanup(client.close)
+        answer = client.invoke(client.names(TEST)[0], "RunTest", [
+            ("SystemElement", client.names(ELEMENT)[0]), ("Setting", client.names(SETTING)[0])])
+        self.assertEqual(answer.value, "0")
+        self.assertEqual(client.get(answer.parameters["Result"])["TestResults"],
+                         expected_results(sample("ohci-tree.txt")))
+        self.command("unregister")
+        self.assertEqual(self.contents(), before)
 
     def test_subclass_of_ours_keeps_its_class_and_is_named(self):
         self.server.start()

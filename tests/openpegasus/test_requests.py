@@ -158,6 +158,25 @@ class Requests:
                 name = name[name.index(class_name):]
                 self.assertIn(class_name, self.server.run("wbemcli", "gi", url + name).stdout)
 
+    def test_cimcli_follows_the_associations(self):
+        result = self.wbemcli_path(self.run_test(self.elements()[0]).parameters["Result"])
+        for operation, found in (("an", TEST), ("a", TEST), ("rn", RESULT_FOR_TEST),
+                                 ("r", RESULT_FOR_TEST), ("gi", RESULT)):
+            filters = [] if operation == "gi" else ["-rc", found]
+            said = self.server.run("cimcli", operation, result, *filters, "-n", "root/kavex",
+                                   "-l", f"localhost:{self.server.port}").stdout
+            self.assertIn(found, said, operation)
+
+    def test_usbhcdiag_reports_through_the_server(self):
+        self.clear_all()
+        device = self.elements()[0].keys["DeviceID"]
+        done = self.server.run("usbhcdiag", "run", "--server", self.server.url, "--element", device)
+        self.assertEqual(done.stdout.split("\n")[:-1], expected_results(sample(self.device_list)))
+        self.assertIn(device, self.server.run("usbhcdiag", "results", "--server",
+                                              self.server.url).stdout)
+        self.server.run("usbhcdiag", "clear", "--server", self.server.url)
+        self.assertEqual(self.client.names(RESULT), [])
+
     def test_settings_are_copied_into_the_result(self):
         setting = self.client.names(SETTING)[0]
         answer = self.run_test(self.elements()[0], ("Setting", setting))
