@@ -57,8 +57,7 @@ void OpenPegasusProvider::terminate() {
 
 void OpenPegasusProvider::getInstance(const OperationContext& context,
                                       const CIMObjectPath& instanceReference,
-                                      const Boolean /*includeQualifiers*/,
-                                      const Boolean /*includeClassOrigin*/,
+                                      Boolean /*includeQualifiers*/, Boolean /*includeClassOrigin*/,
                                       const CIMPropertyList& /*propertyList*/,
                                       InstanceResponseHandler& handler) {
     const CIMInstance instance = served_->getInstance(context, instanceReference);
@@ -69,8 +68,8 @@ void OpenPegasusProvider::getInstance(const OperationContext& context,
 
 void OpenPegasusProvider::enumerateInstances(const OperationContext& context,
                                              const CIMObjectPath& classReference,
-                                             const Boolean /*includeQualifiers*/,
-                                             const Boolean /*includeClassOrigin*/,
+                                             Boolean /*includeQualifiers*/,
+                                             Boolean /*includeClassOrigin*/,
                                              const CIMPropertyList& /*propertyList*/,
                                              InstanceResponseHandler& handler) {
     answerWith(served_->enumerateInstances(context, classReference), handler);
@@ -85,7 +84,7 @@ void OpenPegasusProvider::enumerateInstanceNames(const OperationContext& context
 void OpenPegasusProvider::modifyInstance(const OperationContext& context,
                                          const CIMObjectPath& instanceReference,
                                          const CIMInstance& instanceObject,
-                                         const Boolean /*includeQualifiers*/,
+                                         Boolean /*includeQualifiers*/,
                                          const CIMPropertyList& propertyList,
                                          ResponseHandler& handler) {
     served_->modifyInstance(context, instanceReference, instanceObject, propertyList);
@@ -127,11 +126,13 @@ void OpenPegasusProvider::invokeMethod(const OperationContext& context,
     handler.complete();
 }
 
-void OpenPegasusProvider::associators(
-    const OperationContext& context, const CIMObjectPath& objectName,
-    const CIMName& associationClass, const CIMName& resultClass, const String& role,
-    const String& resultRole, const Boolean includeQualifiers, const Boolean includeClassOrigin,
-    const CIMPropertyList& propertyList, ObjectResponseHandler& handler) {
+void OpenPegasusProvider::associators(const OperationContext& context,
+                                      const CIMObjectPath& objectName,
+                                      const CIMName& associationClass, const CIMName& resultClass,
+                                      const String& role, const String& resultRole,
+                                      Boolean includeQualifiers, const Boolean includeClassOrigin,
+                                      const CIMPropertyList& propertyList,
+                                      ObjectResponseHandler& handler) {
     const Array<CIMObjectPath> paths =
         associatedWith(context, objectName, associationClass, resultClass, role, resultRole);
     Array<CIMObject> objects;
@@ -164,8 +165,8 @@ void OpenPegasusProvider::associatorNames(const OperationContext& context,
 
 void OpenPegasusProvider::references(const OperationContext& context,
                                      const CIMObjectPath& objectName, const CIMName& resultClass,
-                                     const String& role, const Boolean /*includeQualifiers*/,
-                                     const Boolean /*includeClassOrigin*/,
+                                     const String& role, Boolean /*includeQualifiers*/,
+                                     Boolean /*includeClassOrigin*/,
                                      const CIMPropertyList& /*propertyList*/,
                                      ObjectResponseHandler& handler) {
     const Array<CIMInstance> referring = serving::referringInstances(

@@ -35,15 +35,13 @@ public:
 
     void getInstance(const Pegasus::OperationContext& context,
                      const Pegasus::CIMObjectPath& instanceReference,
-                     const Pegasus::Boolean includeQualifiers,
-                     const Pegasus::Boolean includeClassOrigin,
+                     Pegasus::Boolean includeQualifiers, Pegasus::Boolean includeClassOrigin,
                      const Pegasus::CIMPropertyList& propertyList,
                      Pegasus::InstanceResponseHandler& handler) override;
 
     void enumerateInstances(const Pegasus::OperationContext& context,
                             const Pegasus::CIMObjectPath& classReference,
-                            const Pegasus::Boolean includeQualifiers,
-                            const Pegasus::Boolean includeClassOrigin,
+                            Pegasus::Boolean includeQualifiers, Pegasus::Boolean includeClassOrigin,
                             const Pegasus::CIMPropertyList& propertyList,
                             Pegasus::InstanceResponseHandler& handler) override;
 
@@ -54,7 +52,7 @@ public:
     void modifyInstance(const Pegasus::OperationContext& context,
                         const Pegasus::CIMObjectPath& instanceReference,
                         const Pegasus::CIMInstance& instanceObject,
-                        const Pegasus::Boolean includeQualifiers,
+                        Pegasus::Boolean includeQualifiers,
                         const Pegasus::CIMPropertyList& propertyList,
                         Pegasus::ResponseHandler& handler) override;
 
@@ -77,8 +75,7 @@ public:
                      const Pegasus::CIMObjectPath& objectName,
                      const Pegasus::CIMName& associationClass, const Pegasus::CIMName& resultClass,
                      const Pegasus::String& role, const Pegasus::String& resultRole,
-                     const Pegasus::Boolean includeQualifiers,
-                     const Pegasus::Boolean includeClassOrigin,
+                     Pegasus::Boolean includeQualifiers, Pegasus::Boolean includeClassOrigin,
                      const Pegasus::CIMPropertyList& propertyList,
                      Pegasus::ObjectResponseHandler& handler) override;
 
@@ -91,8 +88,8 @@ public:
 
     void references(const Pegasus::OperationContext& context,
                     const Pegasus::CIMObjectPath& objectName, const Pegasus::CIMName& resultClass,
-                    const Pegasus::String& role, const Pegasus::Boolean includeQualifiers,
-                    const Pegasus::Boolean includeClassOrigin,
+                    const Pegasus::String& role, Pegasus::Boolean includeQualifiers,
+                    Pegasus::Boolean includeClassOrigin,
                     const Pegasus::CIMPropertyList& propertyList,
                     Pegasus::ObjectResponseHandler& handler) override;
 

@@ -4,6 +4,7 @@
 what is wrong."""
 
 import os
+import shutil
 import unittest
 
 from openpegasus_case import *
@@ -275,6 +276,14 @@ class KernelList(unittest.TestCase):
                       drop_in.read_text())
         self.server.run(COMMAND, "show-kernel-list", "--unit", "cimd", "--remove")
         self.assertFalse(drop_in.exists())
+
+    @unittest.skipUnless(shutil.which("systemd-analyze"), "systemd-analyze is not installed")
+    def test_systemd_understands_the_drop_in(self):
+        self.server.run(COMMAND, "show-kernel-list", "--unit", "cimd")
+        unit = self.units / "cimd.service"
+        unit.write_text("[Service]\nExecStart=/bin/true\n")
+        said = self.server.run("systemd-analyze", "verify", "--man=no", "--recursive-errors=no", unit)
+        self.assertEqual(said.stdout, "")
 
 
 if __name__ == "__main__":
