@@ -7,7 +7,7 @@ std::string_view::size_type findIgnoringCase(std::string_view line, std::string_
                                              std::string_view::size_type from) {
     // What follows a position is compared only where the first character fits: a list is searched
     // for some twenty keys per device.
-    const auto found = std::search(
+    const std::string_view::const_iterator found = std::search(
         line.begin() + static_cast<std::string_view::difference_type>(std::min(from, line.size())),
         line.end(), lowered.begin(), lowered.end(),
         [](char inLine, char wanted) { return lowerCase(inLine) == wanted; });
