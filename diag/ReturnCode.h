@@ -4,8 +4,7 @@
 
 #include <Pegasus/Common/Config.h>
 
-namespace Pegasus {
-namespace ReturnCode {
+namespace Pegasus::ReturnCode {
 
 constexpr Uint32 SUCCESS = 0;
 /// There is no result record for this test and element.
@@ -21,5 +20,4 @@ constexpr Uint32 NO_SUCH_ELEMENT = 1044;
 /// A parameter is absent.
 constexpr Uint32 ABSENT_PARAMETER = 1050;
 
-}  // namespace ReturnCode
-}  // namespace Pegasus
+}  // namespace Pegasus::ReturnCode

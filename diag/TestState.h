@@ -4,13 +4,11 @@
 
 #include <Pegasus/Common/Config.h>
 
-namespace Pegasus {
-namespace TestState {
+namespace Pegasus::TestState {
 
 constexpr Uint16 PASSED = 2;
 constexpr Uint16 FAILED = 3;
 constexpr Uint16 IN_PROGRESS = 4;
 constexpr Uint16 STOPPED = 7;
 
-}  // namespace TestState
-}  // namespace Pegasus
+}  // namespace Pegasus::TestState

@@ -13,6 +13,9 @@
 #include <Pegasus/Provider/KeyBinding.h>
 #include <Pegasus/Provider/ProviderExceptions.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace Pegasus {
 namespace {
 
@@ -23,18 +26,28 @@ const CIMName TEST_RESULTS("TestResults");
 const CIMValue NO_LINES{Array<String>()};
 
 // "TestResults" is missing because it only grows, "ErrorCode" because nothing ever sets it.
+constexpr const char* WRITABLE_PROPERTIES[] = {"TimeStamp",
+                                               "TestStartTime",
+                                               "TestCompletionTime",
+                                               "TestState",
+                                               "OtherStateDescription",
+                                               "PercentComplete",
+                                               "TestWarningLevel",
+                                               "ReportSoftErrors",
+                                               "ReportStatusMessages",
+                                               "PercentOfTestCoverage",
+                                               "QuickMode",
+                                               "HaltOnError",
+                                               "LoopControlParameter",
+                                               "LoopControl",
+                                               "OtherLoopControlDescription",
+                                               "ErrorCount",
+                                               "LoopsFailed",
+                                               "LoopsPassed"};
+
 bool isWritable(const String& propertyName) {
-    for (const char* name :
-         {"TimeStamp", "TestStartTime", "TestCompletionTime", "TestState", "OtherStateDescription",
-          "PercentComplete", "TestWarningLevel", "ReportSoftErrors", "ReportStatusMessages",
-          "PercentOfTestCoverage", "QuickMode", "HaltOnError", "LoopControlParameter",
-          "LoopControl", "OtherLoopControlDescription", "ErrorCount", "LoopsFailed",
-          "LoopsPassed"}) {
-        if (propertyName == name) {
-            return true;
-        }
-    }
-    return false;
+    return std::any_of(std::begin(WRITABLE_PROPERTIES), std::end(WRITABLE_PROPERTIES),
+                       [&](const char* name) { return propertyName == name; });
 }
 
 }  // namespace
@@ -206,7 +219,7 @@ CIMValue ZORVA_DiagnosticResultBuilder::clearResultElement(String diagnosticName
     ZORVA_InParameterHandler parameters(inParameters);
     const CIMValue value = parameters.getInParameterValue("SystemElement");
     if (value == CIMValue(ReturnCode::ABSENT_PARAMETER)) {
-        return value;
+        return CIMValue(ReturnCode::ABSENT_PARAMETER);
     }
     if (!parameters.isParamTypeReference(value)) {
         return CIMValue(ReturnCode::NOT_A_REFERENCE);
