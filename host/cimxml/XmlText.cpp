@@ -63,9 +63,8 @@ char32_t characterAt(const Pegasus::Char16* units, std::size_t size, std::size_t
 /// Whether an ASCII character stands for itself wherever it is.
 constexpr std::array<bool, 128> makePlain() {
     std::array<bool, 128> plain{};
-    for (char c = '!'; c < 127; ++c) {
-        plain[static_cast<std::size_t>(c)] =
-            c != '&' && c != '<' && c != '>' && c != '"' && c != '\'';
+    for (unsigned char c = '!'; c < 127; ++c) {
+        plain[c] = c != '&' && c != '<' && c != '>' && c != '"' && c != '\'';
     }
     return plain;
 }

@@ -82,7 +82,7 @@ void createInstance(const Request& request, Operations& operations, ResponseWrit
         operations.createInstance(request.nameSpace, parameters.instance("NewInstance")));
 }
 
-void modifyInstance(const Request& request, Operations& operations, ResponseWriter&) {
+void modifyInstance(const Request& request, Operations& operations, ResponseWriter& /*response*/) {
     const OperationParameters parameters(request,
                                          {"ModifiedInstance", "IncludeQualifiers", "PropertyList"});
     parameters.boolean("IncludeQualifiers", true);
@@ -90,7 +90,7 @@ void modifyInstance(const Request& request, Operations& operations, ResponseWrit
                               parameters.propertyList("PropertyList"));
 }
 
-void deleteInstance(const Request& request, Operations& operations, ResponseWriter&) {
+void deleteInstance(const Request& request, Operations& operations, ResponseWriter& /*response*/) {
     const OperationParameters parameters(request, {"InstanceName"});
     operations.deleteInstance(request.nameSpace, parameters.instanceName("InstanceName"));
 }
@@ -229,7 +229,8 @@ constexpr std::array<NamedHandler, 14> handlers{{
     {"ReferenceNames", referenceNames},
 }};
 
-void notSupported(const Request& request, Operations&, ResponseWriter&) {
+[[noreturn]] void notSupported(const Request& request, Operations& /*operations*/,
+                               ResponseWriter& /*response*/) {
     throw Pegasus::CIMException(Pegasus::CIM_ERR_NOT_SUPPORTED, fromUtf8(request.method));
 }
 
