@@ -6,6 +6,8 @@ set -u
 pages=$1
 usbhcdiag=$2
 failures=0
+options=$(mktemp)
+trap 'rm -f "$options"' EXIT
 
 complain() {
     echo "$*"
@@ -22,9 +24,10 @@ for page in "$pages"/*.[18]; do
 done
 
 text=$(LC_ALL=C.UTF-8 MANWIDTH=200 man -E UTF-8 -l "$pages/usbhcdiag.1" | col -bx)
-for option in $("$usbhcdiag" --help | sed -n 's/^  \(-.\), \(--[a-z]*\).*/\1 \2/p'); do
-    printf '%s\n' "$text" | grep -qe "$option" || complain "usbhcdiag.1 does not name $option"
-done
+"$usbhcdiag" --help | sed -n 's/^  \(-.\), \(--[a-z]*\).*/\1 \2/p' >"$options"
+while read -r short long; do
+    printf '%s\n' "$text" | grep -qE "^ +$short( [A-Z]+)?, $long" || complain "usbhcdiag.1 does not explain $long"
+done <"$options"
 for name in $("$usbhcdiag" --help | sed -n '/^Commands/,/^$/s/^  \([a-z]*\) .*/\1/p'); do
     printf '%s\n' "$text" | grep -qE "^ +usbhcdiag $name" || complain "usbhcdiag.1 has no synopsis of $name"
     printf '%s\n' "$text" | grep -qE "^     $name( |\$)" || complain "usbhcdiag.1 does not explain $name"
