@@ -261,7 +261,8 @@ TEST(Array, SharesItsElementsUntilACopyIsWritten) {
     {
         ROW("array-030");
         const Numbers first = arrayOf<Uint32>({1});
-        const Numbers second(first);
+        Numbers second;
+        second = first;
         EXPECT_EQ(first.getData(), second.getData());
     }
     {

@@ -6,7 +6,6 @@
 
 #include "tests/pegasus/model/recorded.h"
 
-using modeltest::utf8;
 using namespace Pegasus;
 
 namespace {

@@ -49,8 +49,9 @@ TEST(SharedRep, EndsItsObjectWithTheLastHandle) {
 }
 
 TEST(SharedRep, OfNothingCanBeCopied) {
-    const Handle none;
-    const Handle copy(none);
+    Handle none;
+    Handle copy(none);
+    none = copy;
     EXPECT_FALSE(copy);
     EXPECT_EQ(copy.get(), nullptr);
 }
@@ -73,6 +74,7 @@ TEST(ReferenceCount, CountsAcrossThreads) {
     const Array<String> texts(3, "text");
     std::atomic<bool> start{false};
     std::vector<std::thread> threads;
+    threads.reserve(threadCount);
     for (int i = 0; i < threadCount; ++i) {
         threads.emplace_back([&, i] {
             while (!start) {
@@ -86,7 +88,8 @@ TEST(ReferenceCount, CountsAcrossThreads) {
                 Array<String> mine(texts);
                 mine[0].append("x");
                 mine.append(mine[static_cast<Uint32>(i) % 3]);
-                const CIMParamValue copy(parameter);
+                CIMParamValue copy;
+                copy = parameter;
                 EXPECT_EQ(mine[0], "textx");
                 EXPECT_EQ(copy.getValue().getType(), CIMTYPE_REFERENCE);
             }
