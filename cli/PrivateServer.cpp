@@ -69,14 +69,17 @@ void writeAll(const FileDescriptor& file, const std::string& text) {
 bool waitFor(pid_t process, Clock::duration limit) {
     const auto deadline = Clock::now() + limit;
     // No call waits for a process with a limit on every kernel that we serve (pidfd is from 5.3).
-    for (auto pause = std::chrono::milliseconds(1);; pause *= 2) {
+    constexpr std::chrono::milliseconds longestPause{50};
+    std::chrono::milliseconds pause{1};
+    while (true) {
         if (::waitpid(process, nullptr, WNOHANG) != 0) {
             return true;
         }
         if (Clock::now() >= deadline) {
             return false;
         }
-        std::this_thread::sleep_for(std::min(pause, std::chrono::milliseconds(50)));
+        std::this_thread::sleep_for(pause);
+        pause = std::min(pause * 2, longestPause);
     }
 }
 
