@@ -31,6 +31,17 @@ Side& side(CIMBaseProvider& provider) {
     return *wanted;
 }
 
+/// The one object that the answer must consist of.
+template <class Object>
+Object onlyObjectOf(const CollectingHandler<Object>& handler) {
+    const Array<Object> delivered = handler.answer();
+    if (delivered.size() != 1) {
+        throw CIMException(CIM_ERR_FAILED, delivered.size() == 0 ? "Too few objects delivered."
+                                                                 : "Too many objects delivered.");
+    }
+    return delivered[0];
+}
+
 }  // namespace
 
 /// One request inside this object: counted, so that terminate() can wait for it.
@@ -92,12 +103,7 @@ CIMInstance ServedProvider::getInstanceAsSpelt(const OperationContext& context,
         side<CIMInstanceProvider>(*provider_)
             .getInstance(context, path, noFlags, CIMPropertyList(), handler);
     }
-    const Array<CIMInstance> delivered = handler.answer();
-    if (delivered.size() != 1) {
-        throw CIMException(CIM_ERR_FAILED, delivered.size() == 0 ? "Too few objects delivered."
-                                                                 : "Too many objects delivered.");
-    }
-    return delivered[0];
+    return onlyObjectOf(handler);
 }
 
 /// The path of the same instance as the library spells it, or a null path where it has none.
@@ -145,12 +151,7 @@ CIMObjectPath ServedProvider::createInstance(const OperationContext& context,
         const RequestScope inside(locks_, context);
         side<CIMInstanceProvider>(*provider_).createInstance(context, path, instance, handler);
     }
-    const Array<CIMObjectPath> delivered = handler.answer();
-    if (delivered.size() != 1) {
-        throw CIMException(CIM_ERR_FAILED, delivered.size() == 0 ? "Too few objects delivered."
-                                                                 : "Too many objects delivered.");
-    }
-    return delivered[0];
+    return onlyObjectOf(handler);
 }
 
 void ServedProvider::modifyInstance(const OperationContext& context, const CIMObjectPath& path,
