@@ -2,6 +2,8 @@
 // Instances: a path and the properties, all of them shared by the copies of a handle.
 #include <Pegasus/Common/CIMInstance.h>
 
+#include <algorithm>
+
 namespace Pegasus {
 
 struct CIMInstanceRep {
@@ -58,13 +60,12 @@ CIMInstance& CIMInstance::addProperty(const CIMProperty& property) {
 }
 
 Uint32 CIMInstance::findProperty(const CIMName& name) const {
-    const CIMInstanceRep& mine = rep();
-    for (Uint32 i = 0; i < mine.properties.size(); ++i) {
-        if (mine.property(i).getName() == name) {
-            return i;
-        }
-    }
-    return PEG_NOT_FOUND;
+    const Array<CIMProperty>& properties = rep().properties;
+    const CIMProperty* const begin = properties.getData();
+    const CIMProperty* const end = begin + properties.size();
+    const CIMProperty* const found =
+        std::find_if(begin, end, [&](const CIMProperty& each) { return each.getName() == name; });
+    return found == end ? PEG_NOT_FOUND : static_cast<Uint32>(found - begin);
 }
 
 CIMProperty CIMInstance::getProperty(Uint32 index) {

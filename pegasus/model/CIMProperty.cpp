@@ -2,6 +2,8 @@
 // Properties, which keep the type that they were made with.
 #include <Pegasus/Common/CIMProperty.h>
 
+#include <utility>
+
 namespace Pegasus {
 
 struct CIMPropertyRep {
@@ -75,11 +77,11 @@ Boolean CIMProperty::isArray() const {
     return rep().value.isArray();
 }
 
-void CIMProperty::setValue(const CIMValue& value) {
+void CIMProperty::setValue(CIMValue value) {
     if (!rep().value.typeCompatible(value) || !isOfFixedSize(value, rep().arraySize)) {
         throw TypeMismatchException();
     }
-    rep().value = value;
+    rep().value = std::move(value);
 }
 
 Uint32 CIMProperty::getArraySize() const {

@@ -222,11 +222,19 @@ String& String::append(const Char16* text, Uint32 n) {
         return *this;
     }
     requireText(text);
-    if (units_.size() == 0) {
+    if (units_.getCapacity() == 0) {
         units_ = terminated(text, n);
-    } else {
-        units_.insert(size(), text, n);
+        return *this;
     }
+    if (units_.size() == 0) {
+        units_.append(terminator);
+    }
+    // Behind the terminator first, and then over it: `text` may be this text's own.
+    const Uint32 oldSize = size();
+    units_.append(text, n);
+    Char16* const end = &units_[oldSize];
+    std::copy_n(end + 1, n, end);
+    end[n] = terminator;
     return *this;
 }
 
@@ -389,9 +397,16 @@ Boolean operator>=(const String& s1, const String& s2) {
 }
 
 String operator+(const String& s1, const String& s2) {
+    // In one buffer of the right size: what is put together is rarely appended to.
+    const Uint32 size = s1.size() + s2.size();
+    if (size == 0) {
+        return {};
+    }
+    Array<Char16> units(size + 1);
+    std::copy_n(s2.getChar16Data(), s2.size(),
+                std::copy_n(s1.getChar16Data(), s1.size(), &units[0]));
     String sum;
-    sum.reserveCapacity(s1.size() + s2.size());
-    sum.append(s1.getChar16Data(), s1.size()).append(s2.getChar16Data(), s2.size());
+    sum.units_.swap(units);
     return sum;
 }
 

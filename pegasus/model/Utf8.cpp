@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "pegasus/model/Utf8.h"
 
+#include <algorithm>
+
 namespace Pegasus::Utf8 {
 
 namespace {
@@ -84,6 +86,27 @@ CodePoint nextCodePoint(const Char16* units, std::size_t size, std::size_t& inde
     return unit;
 }
 
+/// How many of the characters that stand first are ASCII. Most texts are nothing else, so eight are
+/// looked at together.
+template <class Unit>
+std::size_t asciiPrefix(const Unit* units, std::size_t size) {
+    constexpr std::size_t block = 8;
+    constexpr unsigned notAscii = 0xFF80;
+    std::size_t end = 0;
+    for (unsigned bits = 0; size - end >= block; end += block) {
+        for (std::size_t i = 0; i < block; ++i) {
+            bits |= static_cast<Uint16>(units[end + i]);
+        }
+        if ((bits & notAscii) != 0) {
+            break;
+        }
+    }
+    while (end < size && (static_cast<Uint16>(units[end]) & notAscii) == 0) {
+        ++end;
+    }
+    return end;
+}
+
 constexpr std::size_t encodedLength(CodePoint code) {
     if (code < 0x80) {
         return 1;
@@ -100,6 +123,13 @@ Decoded decode(const char* bytes, std::size_t size, Char16* units) {
     std::size_t read = 0;
     std::size_t written = 0;
     while (read < size) {
+        const std::size_t plain = asciiPrefix(bytes + read, size - read);
+        std::copy_n(bytes + read, plain, units + written);
+        read += plain;
+        written += plain;
+        if (read == size) {
+            break;
+        }
         const Sequence sequence = readSequence(bytes + read, size - read);
         if (sequence.length == 0) {
             break;
@@ -118,15 +148,17 @@ Decoded decode(const char* bytes, std::size_t size, Char16* units) {
 }
 
 std::size_t encodedSize(const Char16* units, std::size_t size) {
-    std::size_t total = 0;
-    for (std::size_t i = 0; i < size;) {
+    std::size_t total = asciiPrefix(units, size);
+    for (std::size_t i = total; i < size;) {
         total += encodedLength(nextCodePoint(units, size, i));
     }
     return total;
 }
 
 char* encode(const Char16* units, std::size_t size, char* bytes) {
-    for (std::size_t i = 0; i < size;) {
+    const std::size_t plain = asciiPrefix(units, size);
+    bytes = std::copy_n(units, plain, bytes);
+    for (std::size_t i = plain; i < size;) {
         const CodePoint code = nextCodePoint(units, size, i);
         const std::size_t length = encodedLength(code);
         if (length == 1) {

@@ -195,6 +195,25 @@ TEST(Array, TakesItsOwnElements) {
     EXPECT_EQ(texts[0] + texts[1] + texts[2] + texts[3] + texts[4], "abbab");
 }
 
+TEST(Array, TakesElementsThatAreMovedIn) {
+    Array<String> texts;
+    for (int i = 0; i < 9; ++i) {
+        texts.append(String("x"));
+    }
+    EXPECT_EQ(texts.size(), 9U);
+    EXPECT_EQ(texts[8], "x");
+    const Array<String> copy = texts;
+    texts.append(String("y"));
+    EXPECT_EQ(copy.size(), 9U);
+    EXPECT_EQ(texts[9], "y");
+}
+
+TEST(Array, TakesItsOwnElementWhereItGrows) {
+    Array<String> texts(8, "x");
+    texts.append(std::move(texts[0]));
+    EXPECT_EQ(texts[8], "x");
+}
+
 TEST(Array, GrowsByPowersOfTwo) {
     {
         ROW("array-025");

@@ -32,6 +32,27 @@ TEST(Utf8, KeepsTheFirstAndTheLastCharacterOfEachLength) {
     }
 }
 
+// ASCII is looked at in blocks, so others have to be found at every place in and between them.
+TEST(Utf8, KeepsACharacterAtAnyPlaceAmongAscii) {
+    const std::string ascii = "0123456789ABCDEFGHI";
+    for (std::size_t at = 0; at <= ascii.size(); ++at) {
+        for (const char* const character : {"\xC2\x80", "\xEF\xBF\xBD", "\xF4\x8F\xBF\xBF"}) {
+            std::string bytes = ascii;
+            bytes.insert(at, character);
+            EXPECT_EQ(roundTrip(bytes), bytes);
+            EXPECT_EQ(roundTrip(bytes.substr(at) + ascii), bytes.substr(at) + ascii);
+        }
+    }
+}
+
+TEST(Utf8, StopsAtAByteAtAnyPlaceAmongAscii) {
+    for (std::size_t at = 0; at < 20; ++at) {
+        std::string bytes(20, 'a');
+        bytes[at] = '\x80';
+        EXPECT_EQ(bytesRead(bytes), at);
+    }
+}
+
 TEST(Utf8, ReplacesWhatIsNoCharacter) {
     for (const char* const bytes :
          {"\xED\xA0\x80", "\xED\xBF\xBF", "\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {

@@ -113,6 +113,12 @@ public:
 
     /// Adds an element, or several, behind the last one.
     void append(const T& item) { append(&item, 1); }
+    void append(T&& item) {
+        T taken(std::move(item));  // before elements move: it may be the array's own
+        reserveCapacity(checkedSum(size(), 1));
+        new (elements() + buffer_->size) T(std::move(taken));
+        ++buffer_->size;
+    }
     void append(const T* items, Uint32 size) {
         if (size == 0) {
             return;
@@ -123,10 +129,7 @@ public:
         std::uninitialized_copy_n(items, size, elements() + buffer_->size);
         buffer_->size += size;
     }
-    void appendArray(const Array& other) {
-        const Array source(other);
-        append(source.getData(), source.size());
-    }
+    void appendArray(const Array& other) { append(other.getData(), other.size()); }
 
     /// Adds an element, or several, before the first one.
     void prepend(const T& item) { insert(0, &item, 1); }

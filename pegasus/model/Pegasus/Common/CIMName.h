@@ -25,7 +25,10 @@ public:
     const String& getString() const noexcept { return name_; }
     Boolean isNull() const noexcept { return name_.size() == 0; }
     void clear() noexcept { name_.clear(); }
-    Boolean equal(const CIMName& other) const { return String::equalNoCase(name_, other.name_); }
+    // Most of the names that a search meets differ in length already.
+    Boolean equal(const CIMName& other) const {
+        return name_.size() == other.name_.size() && String::equalNoCase(name_, other.name_);
+    }
 
     /// Whether the text can be a name.
     static Boolean legal(const String& name);

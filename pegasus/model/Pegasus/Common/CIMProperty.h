@@ -45,7 +45,7 @@ public:
     Boolean isArray() const;
     /// Throws TypeMismatchException for a value, even a null, of another type or array-ness, and
     /// for an array that is not of the fixed size; the property is then as it was.
-    void setValue(const CIMValue& value);
+    void setValue(CIMValue value);
     /// The fixed array size, or 0.
     Uint32 getArraySize() const;
     const CIMName& getReferenceClassName() const;

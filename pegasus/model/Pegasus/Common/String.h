@@ -115,6 +115,8 @@ public:
     static Boolean equalNoCase(const String& s1, const char* s2);
 
 private:
+    friend String operator+(const String& s1, const String& s2);
+
     /// The code units and a terminating NUL; empty, or the NUL alone, for the empty text.
     Array<Char16> units_;
 };

@@ -25,7 +25,9 @@ public:
 
     /// Takes one handle away; true if it was the last, so that the caller deletes the object.
     [[nodiscard]] bool release() noexcept {
-        return count_.fetch_sub(1, std::memory_order_acq_rel) == 1;
+        // Nobody can make a handle of the last one but its own thread, so no count is needed then,
+        // which would cost as much as the rest of the deletion.
+        return !isShared() || count_.fetch_sub(1, std::memory_order_acq_rel) == 1;
     }
 
     /// Whether more than one handle is left. While the answer is false only its own thread can
