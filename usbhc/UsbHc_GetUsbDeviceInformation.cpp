@@ -8,6 +8,8 @@
 #include "usbdevices/result.h"
 #include "usbhc/DeviceInformation.h"
 
+#include <utility>
+
 namespace Pegasus {
 
 void ZORVA_UsbHc_DiagRunTestMethod::UsbHc_GetUsbDeviceInformation(std::string text) {
@@ -17,9 +19,7 @@ void ZORVA_UsbHc_DiagRunTestMethod::UsbHc_GetUsbDeviceInformation(std::string te
     ZORVA_DiagUtils::DEBUG_PRINT(textFromBytes(text));
     ZORVA_DiagUtils::DEBUG_PRINT("\n");
 
-    const auto writeLine = [this](const std::string& line) {
-        writeTestResults(textFromBytes(line));
-    };
+    const auto writeLine = [this](String line) { writeTestResults(std::move(line)); };
     result reader;
     for (std::queue<UsbDevice> devices = reader.GetUsbDeviceInfomation(); !devices.empty();
          devices.pop()) {

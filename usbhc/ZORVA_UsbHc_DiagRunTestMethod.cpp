@@ -47,7 +47,7 @@ void ZORVA_UsbHc_DiagRunTestMethod::writeToResults(String propertyName, CIMValue
 }
 
 void ZORVA_UsbHc_DiagRunTestMethod::writeTestResults(String line) {
-    results_.setResultPropertyTestResults(_testName, _deviceId, std::move(line));
+    results_.setResultPropertyTestResults(_testName, _deviceId, line);
 }
 
 Uint32 ZORVA_UsbHc_DiagRunTestMethod::verifyMSE() {

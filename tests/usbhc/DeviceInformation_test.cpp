@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "usbhc/DeviceInformation.h"
 
+#include "tests/support/ObjectModelText.h"
+
 #include <gtest/gtest.h>
 
 #include <stdexcept>
@@ -33,7 +35,7 @@ UsbDevice withCodes(const char* classCode, const char* subClassCode, const char*
 
 Lines report(const UsbDevice& device) {
     Lines lines;
-    reportDevice(device, [&lines](const std::string& line) { lines.push_back(line); });
+    reportDevice(device, [&lines](const String& line) { lines.push_back(text(line)); });
     return lines;
 }
 
@@ -90,10 +92,16 @@ TEST(DeviceInformation, CodesOfTenAndAboveAreReadAsDecimalDigits) {
                      std::string(PROTOCOL) + "Bulk-Only Transport"}));
 }
 
-TEST(DeviceInformation, ProtocolNameInWindows1252StandsAsItsBytes) {
-    EXPECT_EQ(
-        codesOf(withCodes("02", "02 ", "01 ")).back(),
-        std::string(PROTOCOL) + "Common AT commands (also known as \x93Hayes\x99 compatible\x94)");
+TEST(DeviceInformation, ProtocolNameInWindows1252BecomesText) {
+    EXPECT_EQ(codesOf(withCodes("02", "02 ", "01 ")).back(),
+              std::string(PROTOCOL) +
+                  "Common AT commands (also known as \u201CHayes\u2122 compatible\u201D)");
+}
+
+TEST(DeviceInformation, NamesThatAreNotUtf8BecomeText) {
+    UsbDevice device = mouse();
+    device.setDeviceInfo("S:  Product=Maus\xAE \xC3\xBC");
+    EXPECT_EQ(report(device)[0], "Product Name                  Maus\u00AE \u00FC");
 }
 
 TEST(DeviceInformation, WithoutAClassCodeClassAndSubclassAreEmptyAndTheProtocolIsLeftOut) {
@@ -117,7 +125,7 @@ TEST(DeviceInformation, WithoutAnyCodeNothingFails) {
 }
 
 TEST(DeviceInformation, ExceptionsOfTheWriterPass) {
-    EXPECT_THROW(reportDevice(mouse(), [](const std::string&) { throw std::runtime_error("no"); }),
+    EXPECT_THROW(reportDevice(mouse(), [](const String&) { throw std::runtime_error("no"); }),
                  std::runtime_error);
 }
 
