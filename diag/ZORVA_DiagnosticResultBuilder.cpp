@@ -25,6 +25,40 @@ const CIMName EXECUTION_ID("ExecutionID");
 const CIMName TEST_RESULTS("TestResults");
 const CIMValue NO_LINES{Array<String>()};
 
+struct DefaultProperty {
+    CIMName name;
+    CIMValue value;
+};
+
+// Every result begins with these. Made once, so that all results share the names.
+const CIMValue NO_TIME{CIMDateTime()};
+const CIMValue NO(Boolean(false));
+const CIMValue NO_TEXT{String()};
+const DefaultProperty DEFAULT_PROPERTIES[] = {
+    {"TimeStamp", NO_TIME},
+    {"TestStartTime", NO_TIME},
+    {"TestCompletionTime", NO_TIME},
+    {"IsPackage", NO},
+    {"TestState", CIMValue(Uint16(0))},
+    {"OtherStateDescription", NO_TEXT},
+    {"EstimatedTimeOfPerforming", CIMValue(Uint32(0))},
+    {"TestResults", NO_LINES},
+    {"PercentComplete", CIMValue(Uint8(0))},
+    {"TestWarningLevel", CIMValue(Uint16(0))},
+    {"ReportSoftErrors", NO},
+    {"ReportStatusMessages", NO},
+    {"HaltOnError", NO},
+    {"QuickMode", NO},
+    {"PercentOfTestCoverage", CIMValue(Uint8(0))},
+    {"LoopControlParameter", NO_LINES},
+    {"LoopControl", CIMValue(Array<Uint16>())},
+    {"OtherLoopControlDescription", NO_TEXT},
+    {"ErrorCode", NO_LINES},
+    {"ErrorCount", CIMValue(Array<Uint32>())},
+    {"LoopsFailed", CIMValue(Uint32(0))},
+    {"LoopsPassed", CIMValue(Uint32(0))},
+};
+
 // "TestResults" is missing because it only grows, "ErrorCode" because nothing ever sets it.
 constexpr const char* WRITABLE_PROPERTIES[] = {"TimeStamp",
                                                "TestStartTime",
@@ -54,7 +88,7 @@ bool isWritable(const String& propertyName) {
 
 InstanceTable ZORVA_DiagnosticResultBuilder::res_ref_inst;
 ZORVA_DiagnosticResultBuilder::Found ZORVA_DiagnosticResultBuilder::last_found = {
-    RESULT_NOT_FOUND, String(), String()};
+    RESULT_NOT_FOUND, String(), String(), CIMProperty()};
 
 ZORVA_DiagnosticResultBuilder::~ZORVA_DiagnosticResultBuilder() = default;
 
@@ -80,33 +114,9 @@ void ZORVA_DiagnosticResultBuilder::buildTestResult(CIMOMHandle /*handle*/, Stri
 }
 
 void ZORVA_DiagnosticResultBuilder::buildDefaultResultProperties(CIMInstance& instance) {
-    const CIMValue noTime{CIMDateTime()};
-    const CIMValue no(Boolean(false));
-    const CIMValue noText{String()};
-    const CIMValue noTexts{Array<String>()};
-
-    addProperty(instance, "TimeStamp", noTime);
-    addProperty(instance, "TestStartTime", noTime);
-    addProperty(instance, "TestCompletionTime", noTime);
-    addProperty(instance, "IsPackage", no);
-    addProperty(instance, "TestState", CIMValue(Uint16(0)));
-    addProperty(instance, "OtherStateDescription", noText);
-    addProperty(instance, "EstimatedTimeOfPerforming", CIMValue(Uint32(0)));
-    addProperty(instance, "TestResults", noTexts);
-    addProperty(instance, "PercentComplete", CIMValue(Uint8(0)));
-    addProperty(instance, "TestWarningLevel", CIMValue(Uint16(0)));
-    addProperty(instance, "ReportSoftErrors", no);
-    addProperty(instance, "ReportStatusMessages", no);
-    addProperty(instance, "HaltOnError", no);
-    addProperty(instance, "QuickMode", no);
-    addProperty(instance, "PercentOfTestCoverage", CIMValue(Uint8(0)));
-    addProperty(instance, "LoopControlParameter", noTexts);
-    addProperty(instance, "LoopControl", CIMValue(Array<Uint16>()));
-    addProperty(instance, "OtherLoopControlDescription", noText);
-    addProperty(instance, "ErrorCode", noTexts);
-    addProperty(instance, "ErrorCount", CIMValue(Array<Uint32>()));
-    addProperty(instance, "LoopsFailed", CIMValue(Uint32(0)));
-    addProperty(instance, "LoopsPassed", CIMValue(Uint32(0)));
+    for (const DefaultProperty& property : DEFAULT_PROPERTIES) {
+        instance.addProperty(CIMProperty(property.name, property.value));
+    }
 }
 
 bool ZORVA_DiagnosticResultBuilder::checkForTestResult(CIMOMHandle handle, String diagnosticName,
@@ -160,14 +170,22 @@ void ZORVA_DiagnosticResultBuilder::setResultProperty(String diagnosticName, Str
     propertyOf(instance, CIMName(propertyName)).setValue(value);
 }
 
-void ZORVA_DiagnosticResultBuilder::setResultPropertyTestResults(String diagnosticName,
-                                                                 String executionId, String line) {
+void ZORVA_DiagnosticResultBuilder::setResultPropertyTestResults(const String& diagnosticName,
+                                                                 const String& executionId,
+                                                                 const String& line) {
     CIMInstance& instance = res_ref_inst[firstResultOf(diagnosticName, executionId)].second;
-    CIMProperty property = propertyOf(instance, TEST_RESULTS);
+    if (last_found.lines.isUninitialized()) {
+        last_found.lines = propertyOf(instance, TEST_RESULTS);
+    }
+    CIMProperty& property = last_found.lines;
     Array<String> lines;
     property.getValue().get(lines);
     // Arrays are copied on the first write while they are shared: with the property's hold on it
-    // gone, the array grows in place instead of being copied for every line.
+    // gone, the array takes the line in place instead of being copied for every one. What can fail,
+    // making room, comes before that.
+    if (lines.size() == lines.getCapacity()) {
+        lines.reserveCapacity(lines.size() + 1);
+    }
     property.setValue(NO_LINES);
     lines.append(line);
     property.setValue(CIMValue(lines));
@@ -177,14 +195,15 @@ Uint32 ZORVA_DiagnosticResultBuilder::getRefInstIndex(String diagnosticName, Str
     return firstResultOf(diagnosticName, executionId);
 }
 
-// A run asks for its one result hundreds of times, so the answer to the last question is kept. It
-// stays right until a result is removed: the table grows at its end, and what identifies a result
-// never changes.
+// A run asks for its one result hundreds of times, so the answer to the last question is kept, with
+// the property that takes the lines. It stays right until a result is removed: the table grows at
+// its end, and what identifies a result never changes.
 Uint32 ZORVA_DiagnosticResultBuilder::firstResultOf(const String& diagnosticName,
                                                     const String& executionId) {
     if (last_found.index == RESULT_NOT_FOUND || last_found.diagnosticName != diagnosticName ||
         last_found.executionId != executionId) {
-        last_found = {nextResultOf(diagnosticName, executionId, 0), diagnosticName, executionId};
+        last_found = {nextResultOf(diagnosticName, executionId, 0), diagnosticName, executionId,
+                      CIMProperty()};
     }
     return last_found.index;
 }
@@ -206,7 +225,7 @@ Uint32 ZORVA_DiagnosticResultBuilder::nextResultOf(const String& diagnosticName,
 
 void ZORVA_DiagnosticResultBuilder::removeResult(Uint32 index) {
     res_ref_inst.remove(index);
-    last_found.index = RESULT_NOT_FOUND;
+    last_found = {RESULT_NOT_FOUND, String(), String(), CIMProperty()};
 }
 
 CIMValue ZORVA_DiagnosticResultBuilder::getPropertyValue(Uint32 index, String propertyName) {

@@ -65,7 +65,8 @@ public:
 
     /// Appends one line, as it stands, to the "TestResults" of a result. Throws as
     /// getResultProperty() does.
-    void setResultPropertyTestResults(String diagnosticName, String executionId, String line);
+    void setResultPropertyTestResults(const String& diagnosticName, const String& executionId,
+                                      const String& line);
 
     /// The index of the first result of the pair, both compared exactly; RESULT_NOT_FOUND if there
     /// is none.
@@ -97,11 +98,12 @@ private:
     static Uint32 nextResultOf(const String& diagnosticName, const String& executionId,
                                Uint32 first);
 
-    /// A result's index and what identifies it.
+    /// A result's index and what identifies it, and its "TestResults" once a line was appended.
     struct Found {
         Uint32 index;
         String diagnosticName;
         String executionId;
+        CIMProperty lines;
     };
     static Found last_found;
 };

@@ -373,6 +373,25 @@ TEST_F(ZorvaDiagnosticResultBuilder, ReportLinesStandAsTheyWereGiven) {
     EXPECT_EQ(lines(results_.getResultProperty("Test", "usb2", "TestResults")), Texts());
 }
 
+TEST_F(ZorvaDiagnosticResultBuilder, ReportLinesGoToTheResultOfTheirPair) {
+    build("Test", "usb1");
+    build("Test", "usb2");
+    for (const char* const element : {"usb1", "usb2", "usb1"}) {
+        results_.setResultPropertyTestResults("Test", element, element);
+    }
+    EXPECT_EQ(lines(results_.getResultProperty("Test", "usb1", "TestResults")),
+              (Texts{"usb1", "usb1"}));
+    EXPECT_EQ(lines(results_.getResultProperty("Test", "usb2", "TestResults")), Texts{"usb2"});
+}
+
+TEST_F(ZorvaDiagnosticResultBuilder, ReportLinesGoToTheResultThatReplacedAnother) {
+    build("Test", "usb1");
+    results_.setResultPropertyTestResults("Test", "usb1", "old");
+    ASSERT_TRUE(results_.checkForTestResult(CIMOMHandle(), "Test", "usb1", true));
+    results_.setResultPropertyTestResults("Test", "usb1", "new");
+    EXPECT_EQ(lines(results_.getResultProperty("Test", "usb1", "TestResults")), Texts{"new"});
+}
+
 TEST_F(ZorvaDiagnosticResultBuilder, ReportThatWasHandedOutDoesNotGrow) {
     build("Test", "usb1");
     results_.setResultPropertyTestResults("Test", "usb1", "a");
