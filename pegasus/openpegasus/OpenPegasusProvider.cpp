@@ -3,6 +3,7 @@
 
 #include "pegasus/openpegasus/OpenPegasusConnection.h"
 #include "pegasus/serving/AssociationFilter.h"
+#include "pegasus/serving/ProviderBusy.h"
 
 #include <Pegasus/Common/CIMObject.h>
 
@@ -17,7 +18,7 @@ namespace openpegasus {
 namespace {
 
 /// The server does not end a provider that has requests inside, so that this is waited out only
-/// where a request slips in at that very moment.
+/// where a request slips in at that very moment, or a method goes on that its request gave up.
 constexpr std::chrono::seconds terminationPatience{5};
 
 /// Keeps the code of this library in memory, whatever the server does with its handle on it.
@@ -115,8 +116,15 @@ void OpenPegasusProvider::invokeMethod(const OperationContext& context,
                                        const CIMName& methodName,
                                        const Array<CIMParamValue>& inParameters,
                                        MethodResultResponseHandler& handler) {
-    const serving::MethodAnswer answer =
-        served_->invokeMethod(context, objectReference, methodName.getString(), inParameters);
+    serving::MethodAnswer answer;
+    try {
+        answer =
+            served_->invokeMethod(context, objectReference, methodName.getString(), inParameters);
+    } catch (const serving::ProviderBusy&) {
+        // The server cannot know that the method still needs this library.
+        stayLoaded();
+        throw;
+    }
     handler.processing();
     handler.deliverParamValue(answer.outParameters);
     // A null value in place of none would be an error to the server.

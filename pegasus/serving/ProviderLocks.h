@@ -14,9 +14,10 @@ namespace serving {
 /// 3. While a request is inside a call back into the server it gives `table` back: such a call may
 ///    lead to the library again, on this thread or another. These calls only read, so they need
 ///    `table` but never `method`, and cannot wait for the request that caused them.
+/// 4. Nobody waits for ever for a request that does not leave the library; see ServedProvider.
 struct ProviderLocks {
-    std::mutex method;
-    std::mutex table;
+    std::timed_mutex method;
+    std::timed_mutex table;
 };
 
 }  // namespace serving

@@ -6,16 +6,23 @@
 
 #include <Pegasus/Common/OperationContext.h>
 
+#include <chrono>
 #include <mutex>
 
 namespace serving {
+
+/// Locks a mutex of ProviderLocks. Throws ProviderBusy where `limit` passes before it is free.
+std::unique_lock<std::timed_mutex> lockWithin(std::timed_mutex& mutex,
+                                              std::chrono::milliseconds limit);
 
 /// A request's stay inside the library: holds the table lock from construction to destruction.
 ///
 /// Scopes of one thread nest, since a call back into the server may lead to the library again.
 class RequestScope {
 public:
-    RequestScope(ProviderLocks& locks, const Pegasus::OperationContext& context);
+    /// Waits up to `limit` until the library is free, then throws ProviderBusy.
+    RequestScope(ProviderLocks& locks, const Pegasus::OperationContext& context,
+                 std::chrono::milliseconds limit);
     RequestScope(const RequestScope&) = delete;
     RequestScope& operator=(const RequestScope&) = delete;
     ~RequestScope();
@@ -28,7 +35,7 @@ public:
 private:
     friend class ServerCallScope;
 
-    std::unique_lock<std::mutex> tableLock_;
+    std::unique_lock<std::timed_mutex> tableLock_;
     const Pegasus::OperationContext& context_;
     RequestScope* outer_;
 };

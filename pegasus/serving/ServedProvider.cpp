@@ -2,7 +2,9 @@
 #include "pegasus/serving/ServedProvider.h"
 
 #include "pegasus/serving/CollectingHandler.h"
+#include "pegasus/serving/OwnThread.h"
 #include "pegasus/serving/PathForms.h"
+#include "pegasus/serving/ProviderBusy.h"
 #include "pegasus/serving/RequestScope.h"
 #include "pegasus/serving/UnlockingConnection.h"
 
@@ -68,11 +70,12 @@ private:
 };
 
 ServedProvider::ServedProvider(std::unique_ptr<CIMBaseProvider> provider, ProviderLocks& locks,
-                               std::shared_ptr<CIMOMConnection> server)
-    : provider_(std::move(provider)), locks_(locks) {
+                               std::shared_ptr<CIMOMConnection> server,
+                               std::chrono::milliseconds answerLimit)
+    : provider_(std::move(provider)), locks_(locks), answerLimit_(answerLimit) {
     CIMOMHandle handle(std::make_shared<UnlockingConnection>(std::move(server)));
     const OperationContext context;
-    const RequestScope inside(locks_, context);
+    const RequestScope inside(locks_, context, answerLimit_);
     provider_->initialize(handle);
 }
 
@@ -99,7 +102,7 @@ CIMInstance ServedProvider::getInstanceAsSpelt(const OperationContext& context,
                                                const CIMObjectPath& path) {
     CollectingHandler<CIMInstance> handler;
     {
-        const RequestScope inside(locks_, context);
+        const RequestScope inside(locks_, context, answerLimit_);
         side<CIMInstanceProvider>(*provider_)
             .getInstance(context, path, noFlags, CIMPropertyList(), handler);
     }
@@ -124,7 +127,7 @@ Array<CIMInstance> ServedProvider::enumerateInstances(const OperationContext& co
     const Request request(*this);
     CollectingHandler<CIMInstance> handler;
     {
-        const RequestScope inside(locks_, context);
+        const RequestScope inside(locks_, context, answerLimit_);
         side<CIMInstanceProvider>(*provider_)
             .enumerateInstances(context, classPath, noFlags, CIMPropertyList(), handler);
     }
@@ -136,7 +139,7 @@ Array<CIMObjectPath> ServedProvider::enumerateInstanceNames(const OperationConte
     const Request request(*this);
     CollectingHandler<CIMObjectPath> handler;
     {
-        const RequestScope inside(locks_, context);
+        const RequestScope inside(locks_, context, answerLimit_);
         side<CIMInstanceProvider>(*provider_).enumerateInstanceNames(context, classPath, handler);
     }
     return handler.answer();
@@ -148,7 +151,7 @@ CIMObjectPath ServedProvider::createInstance(const OperationContext& context,
     const Request request(*this);
     CollectingHandler<CIMObjectPath> handler;
     {
-        const RequestScope inside(locks_, context);
+        const RequestScope inside(locks_, context, answerLimit_);
         side<CIMInstanceProvider>(*provider_).createInstance(context, path, instance, handler);
     }
     return onlyObjectOf(handler);
@@ -159,7 +162,7 @@ void ServedProvider::modifyInstance(const OperationContext& context, const CIMOb
                                     const CIMPropertyList& propertyList) {
     const Request request(*this);
     CollectingHandler<void> handler;
-    const RequestScope inside(locks_, context);
+    const RequestScope inside(locks_, context, answerLimit_);
     side<CIMInstanceProvider>(*provider_)
         .modifyInstance(context, path, instance, noFlags, propertyList, handler);
 }
@@ -167,23 +170,41 @@ void ServedProvider::modifyInstance(const OperationContext& context, const CIMOb
 void ServedProvider::deleteInstance(const OperationContext& context, const CIMObjectPath& path) {
     const Request request(*this);
     CollectingHandler<void> handler;
-    const RequestScope inside(locks_, context);
+    const RequestScope inside(locks_, context, answerLimit_);
     side<CIMInstanceProvider>(*provider_).deleteInstance(context, path, handler);
 }
 
 MethodAnswer ServedProvider::invokeMethod(const OperationContext& context,
                                           const CIMObjectPath& path, const String& methodName,
                                           const Array<CIMParamValue>& inParameters) {
-    const Request request(*this);
-    const Array<CIMParamValue> completed =
-        withNamespaceInReferences(inParameters, path.getNameSpace());
+    // The method owns copies of all that it uses, and is inside as long as it runs: the client's
+    // request may be given up before it ends.
+    const auto request = std::make_shared<Request>(*this);
+    const std::function<MethodAnswer()> run =
+        [this, request, context, path, methodName,
+         completed = withNamespaceInReferences(inParameters, path.getNameSpace())] {
+            return runMethod(context, path, methodName, completed);
+        };
+    std::optional<MethodAnswer> answer = onOwnThread(run, answerLimit_);
+    if (!answer) {
+        throw ProviderBusy(
+            "the method is still at work, so that its answer cannot be waited for: reading the "
+            "list "
+            "of USB devices may be blocked");
+    }
+    return *std::move(answer);
+}
+
+MethodAnswer ServedProvider::runMethod(const OperationContext& context, const CIMObjectPath& path,
+                                       const String& methodName,
+                                       const Array<CIMParamValue>& inParameters) {
     MethodAnswer answer;
     CollectingHandler<CIMValue> handler;
     {
-        const std::lock_guard<std::mutex> methodsApart(locks_.method);
-        const RequestScope inside(locks_, context);
+        const auto methodsApart = lockWithin(locks_.method, answerLimit_);
+        const RequestScope inside(locks_, context, answerLimit_);
         side<CIMMethodProvider>(*provider_)
-            .invokeMethod(context, path, methodName, completed, answer.outParameters, handler);
+            .invokeMethod(context, path, methodName, inParameters, answer.outParameters, handler);
     }
     const Array<CIMValue> delivered = handler.answer();
     if (delivered.size() > 0) {

@@ -31,6 +31,10 @@ struct MethodAnswer {
     Pegasus::Array<Pegasus::CIMParamValue> outParameters;
 };
 
+/// How long a client waits for an answer at most. OpenPegasus waits at its end for requests that it
+/// has accepted, by default for 30 seconds, and for ever for their threads.
+constexpr std::chrono::seconds defaultAnswerLimit{20};
+
 /// One provider object of the library, for use by many threads at once.
 ///
 /// It keeps what the library relies on (see ProviderLocks), takes each answer whole before it
@@ -40,12 +44,17 @@ struct MethodAnswer {
 ///
 /// Every operation may be called from any thread and throws what the library threw; an operation
 /// after terminate() throws CIMException (status 1, failed).
+///
+/// A device list whose reading blocks keeps a method inside the library for as long as it likes. So
+/// methods run on threads of their own, and no operation waits for the library, or for the end of
+/// its method, longer than the answer limit: it then throws ProviderBusy, while the method goes on.
 class ServedProvider {
 public:
     /// Takes over the provider object and initializes it. `locks` belong to the loaded library and
     /// must outlive this object; `server` answers the library's calls back.
     ServedProvider(std::unique_ptr<Pegasus::CIMBaseProvider> provider, ProviderLocks& locks,
-                   std::shared_ptr<Pegasus::CIMOMConnection> server);
+                   std::shared_ptr<Pegasus::CIMOMConnection> server,
+                   std::chrono::milliseconds answerLimit = defaultAnswerLimit);
     ServedProvider(const ServedProvider&) = delete;
     ServedProvider& operator=(const ServedProvider&) = delete;
     ~ServedProvider();
@@ -91,6 +100,9 @@ public:
 private:
     class Request;
 
+    MethodAnswer runMethod(const Pegasus::OperationContext& context,
+                           const Pegasus::CIMObjectPath& path, const Pegasus::String& methodName,
+                           const Pegasus::Array<Pegasus::CIMParamValue>& inParameters);
     Pegasus::CIMInstance getInstanceAsSpelt(const Pegasus::OperationContext& context,
                                             const Pegasus::CIMObjectPath& path);
     Pegasus::CIMObjectPath storedSpelling(const Pegasus::OperationContext& context,
@@ -98,6 +110,7 @@ private:
 
     std::unique_ptr<Pegasus::CIMBaseProvider> provider_;
     ProviderLocks& locks_;
+    const std::chrono::milliseconds answerLimit_;
 
     std::mutex stateMutex_;
     std::condition_variable requestLeft_;

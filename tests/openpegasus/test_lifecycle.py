@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: MIT
 """Loading, unloading and stopping, and a device list whose reading blocks."""
 
+import contextlib
 import os
 import pathlib
 import signal
@@ -134,25 +135,53 @@ class Lifecycle:
         thread.join(60)
         self.assertFalse(thread.is_alive())
 
+    def test_blocked_list_does_not_withstand_a_terminate_signal(self):
+        thread, answers = self.block_a_run()
+        server, provider = self.server.process_id(), self.server.provider_process()
+        os.kill(server, signal.SIGTERM)
+        for process in (server, provider):
+            wait_for(lambda: not is_alive(process), f"process {process} has ended", 60)
+        thread.join(60)
+        self.assertFalse(thread.is_alive())
+
+    def test_run_that_takes_too_long_is_refused_and_goes_on(self):
+        thread, answers = self.block_a_run()
+        # Who asks the provider meanwhile waits no longer than the run itself.
+        with self.assertRaises(CimError) as caught:
+            self.client.names(RESULT)
+        self.assertEqual((caught.exception.code, caught.exception.text),
+                         (1, "CIM_ERR_FAILED: the provider is still at work on an earlier request"))
+        thread.join(60)
+        self.assertEqual((answers[0].code, answers[0].text),
+                         (1, "CIM_ERR_FAILED: the method is still at work, so that its answer cannot "
+                             "be waited for: reading the list of USB devices may be blocked"))
+        DEVICE_LIST.write_bytes(sample("root-hub-alone.txt").read_bytes())
+        wait_for(lambda: self.client.instances(RESULT)[0]["TestState"] == "2", "the run has ended", 60)
+        self.assertEqual(self.client.instances(RESULT)[0]["TestResults"],
+                         expected_results(sample("root-hub-alone.txt")))
+        # The module can be disabled and enabled as ever.
+        self.server.run("cimprovider", "-d", "-m", MODULE)
+        self.server.run("cimprovider", "-e", "-m", MODULE)
+        self.assertEqual(self.client.get(self.the_test())["Name"], "GetUsbDeviceInformation")
+
+    def test_module_disabled_while_a_list_blocks_serves_again(self):
+        thread, _ = self.block_a_run()
+        thread.join(60)
+        self.server.run("cimprovider", "-d", "-m", MODULE)
+        # The run ends now, unless it ended with an agent that ended with its module.
+        with contextlib.suppress(OSError):
+            os.close(os.open(DEVICE_LIST, os.O_WRONLY | os.O_NONBLOCK))
+        self.server.run("cimprovider", "-e", "-m", MODULE)
+        DEVICE_LIST.unlink()
+        show_devices(sample(self.device_list))
+        self.assertEqual(self.run_test(self.elements()[0]).value, "0")
+
 
 def is_alive(process):
     try:
         return pathlib.Path(f"/proc/{process}/stat").read_text().rsplit(")", 1)[1].split()[0] != "Z"
     except OSError:
         return False
-
-
-class Signals:
-    """In process a terminate signal waits, by the server's own rule, for every request that it has
-    accepted; cimserver -s does not, nor does either wait for a request inside an agent."""
-
-    def test_blocked_list_does_not_withstand_a_terminate_signal(self):
-        thread, _ = self.block_a_run()
-        server = self.server.process_id()
-        os.kill(server, signal.SIGTERM)
-        wait_for(lambda: not is_alive(server), "the server has ended", 90)
-        thread.join(60)
-        self.assertFalse(thread.is_alive())
 
 
 @unittest.skipUnless(os.environ.get("ZORVA_LONG_TESTS"),
@@ -171,7 +200,6 @@ class Idle:
 
 in_both_places(globals(), Lifecycle)
 in_both_places(globals(), Idle, "Idle")
-OutOfProcess = type("OutOfProcess", (Signals, globals()["OutOfProcess"]), {})
 
 if __name__ == "__main__":
     main()

@@ -431,6 +431,63 @@ TEST_F(ServedProviderTest, RequestThatTerminateGaveUpOnIsServedToItsEnd) {
     EXPECT_EQ(request.get().getClassName().getString(), "T_Link");
 }
 
+/// A provider whose clients do not wait long, with a method that does not end before it may.
+class ImpatientClients : public ServedProviderTest {
+protected:
+    ImpatientClients() {
+        script.method = [this](const Array<CIMParamValue>& in, Array<CIMParamValue>& /*out*/,
+                               ResponseHandler<CIMValue>& handler) {
+            mayLeave.get_future().wait();
+            String given;
+            in[0].getValue().get(given);
+            seen = given;
+            handler.complete();
+        };
+    }
+
+    String refusalOfAMethod() {
+        Array<CIMParamValue> in;
+        in.append(CIMParamValue("P", CIMValue(String("given"))));
+        return refusalOf([&] {
+                   impatient.invokeMethod(OperationContext(), CIMObjectPath("root/kavex:T_Test"),
+                                          "Run", in);
+               })
+            .getMessage();
+    }
+
+    std::promise<void> mayLeave;
+    String seen;
+    ServedProvider impatient{std::make_unique<ScriptedProvider>(script), locks, server,
+                             std::chrono::milliseconds(50)};
+};
+
+TEST_F(ImpatientClients, MethodThatDoesNotEndIsGivenUpAndGoesOn) {
+    EXPECT_EQ(refusalOfAMethod(),
+              "the method is still at work, so that its answer cannot be waited for: reading the "
+              "list of USB devices may be blocked");
+    EXPECT_FALSE(impatient.terminate(atOnce));
+    mayLeave.set_value();
+    // What it was given outlives the request.
+    EXPECT_TRUE(impatient.terminate(soon));
+    EXPECT_EQ(seen, "given");
+}
+
+TEST_F(ImpatientClients, RequestsBehindAMethodThatDoesNotEndAreGivenUp) {
+    refusalOfAMethod();
+    EXPECT_EQ(refusalOf([&] { impatient.enumerateInstances(context, item); }).getMessage(),
+              "the provider is still at work on an earlier request");
+    EXPECT_NE(refusalOfAMethod(), "");
+    mayLeave.set_value();
+    EXPECT_TRUE(impatient.terminate(soon));
+}
+
+TEST_F(ImpatientClients, RequestsAreServedAgainOnceTheMethodHasEnded) {
+    refusalOfAMethod();
+    mayLeave.set_value();
+    EXPECT_EQ(served.enumerateInstances(context, item).size(), 1U);
+    EXPECT_TRUE(impatient.terminate(soon));
+}
+
 TEST_F(ServedProviderTest, ProviderWithoutMethodsRefusesThem) {
     class InstancesOnly : public CIMBaseProvider {
         void initialize(CIMOMHandle& /*cimom*/) override {}

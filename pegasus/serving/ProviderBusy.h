@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+// The refusal of a request for which the provider has no time.
+#pragma once
+
+#include <Pegasus/Common/Exception.h>
+
+namespace serving {
+
+/// A request was given up because the provider is still at work on it or on one before it. What it
+/// has begun goes on by itself; the code of the library must stay in memory for it.
+class ProviderBusy : public Pegasus::CIMException {
+public:
+    explicit ProviderBusy(const char* message)
+        : CIMException(Pegasus::CIM_ERR_FAILED, Pegasus::String(message)) {}
+};
+
+}  // namespace serving
