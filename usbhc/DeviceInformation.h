@@ -12,7 +12,7 @@ namespace Pegasus {
 
 /// Hands the block of one device to `writeLine`, line by line.
 ///
-/// 1. A line is its label, padded with blanks to 30 characters, and its value as the list has it, its bytes
+/// 1. A line is its label, padded with blanks to 30 characters, and its value as the list has it,
 ///    made text by textFromBytes().
 /// 2. Class, subclass and protocol are named by their codes. A class or subclass that has no name,
 ///    or no code, has an empty value; a protocol line without a name is left out. A device without

@@ -11,6 +11,8 @@
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMMethodProvider.h>
 
+#include <functional>
+#include <optional>
 #include <utility>
 
 using namespace Pegasus;
@@ -189,8 +191,7 @@ MethodAnswer ServedProvider::invokeMethod(const OperationContext& context,
     if (!answer) {
         throw ProviderBusy(
             "the method is still at work, so that its answer cannot be waited for: reading the "
-            "list "
-            "of USB devices may be blocked");
+            "list of USB devices may be blocked");
     }
     return *std::move(answer);
 }
