@@ -116,7 +116,7 @@ public:
     void append(T&& item) {
         T taken(std::move(item));  // before elements move: it may be the array's own
         reserveCapacity(checkedSum(size(), 1));
-        new (elements() + buffer_->size) T(std::move(taken));
+        std::uninitialized_move_n(&taken, 1, elements() + buffer_->size);
         ++buffer_->size;
     }
     void append(const T* items, Uint32 size) {
