@@ -125,24 +125,22 @@ class Lifecycle:
         self.assertEqual(self.client.get(answers[0].parameters["Result"])["TestResults"],
                          expected_results(sample("root-hub-alone.txt")))
 
-    def test_blocked_list_does_not_keep_the_server_from_stopping(self):
+    def ends_though_a_list_blocks(self, end):
         thread, _ = self.block_a_run()
         server, provider = self.server.process_id(), self.server.provider_process()
-        self.server.run("cimserver", "-s", check=False)
-        wait_for(lambda: not self.server.is_running(), "the server has ended", 90)
+        end(server)
         for process in (server, provider):
-            wait_for(lambda: not is_alive(process), f"process {process} has ended", 60)
+            wait_for(lambda: not is_alive(process), f"process {process} has ended", 90)
+        self.assertFalse(self.server.is_running())
         thread.join(60)
         self.assertFalse(thread.is_alive())
 
+    def test_blocked_list_does_not_keep_the_server_from_stopping(self):
+        self.ends_though_a_list_blocks(
+            lambda server: self.server.run("cimserver", "-s", check=False))
+
     def test_blocked_list_does_not_withstand_a_terminate_signal(self):
-        thread, answers = self.block_a_run()
-        server, provider = self.server.process_id(), self.server.provider_process()
-        os.kill(server, signal.SIGTERM)
-        for process in (server, provider):
-            wait_for(lambda: not is_alive(process), f"process {process} has ended", 60)
-        thread.join(60)
-        self.assertFalse(thread.is_alive())
+        self.ends_though_a_list_blocks(lambda server: os.kill(server, signal.SIGTERM))
 
     def test_run_that_takes_too_long_is_refused_and_goes_on(self):
         thread, answers = self.block_a_run()
