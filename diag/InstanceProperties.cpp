@@ -40,8 +40,8 @@ bool hasPropertyValue(const CIMInstance& instance, const CIMName& name, const CI
     return instance.getProperty(positionOf(instance, name)).getValue() == value;
 }
 
-void addProperty(CIMInstance& instance, const char* name, const CIMValue& value) {
-    instance.addProperty(CIMProperty(CIMName(name), value));
+void addProperty(CIMInstance& instance, const CIMName& name, const CIMValue& value) {
+    instance.addProperty(CIMProperty(name, value));
 }
 
 }  // namespace Pegasus

@@ -26,6 +26,6 @@ CIMValue propertyValueOf(const CIMInstance& instance, const CIMName& name);
 bool hasPropertyValue(const CIMInstance& instance, const CIMName& name, const CIMValue& value);
 
 /// Adds a property of the value's type, with no reference class.
-void addProperty(CIMInstance& instance, const char* name, const CIMValue& value);
+void addProperty(CIMInstance& instance, const CIMName& name, const CIMValue& value);
 
 }  // namespace Pegasus

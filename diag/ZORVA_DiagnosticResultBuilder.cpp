@@ -42,7 +42,7 @@ const DefaultProperty DEFAULT_PROPERTIES[] = {
     {"TestState", CIMValue(Uint16(0))},
     {"OtherStateDescription", NO_TEXT},
     {"EstimatedTimeOfPerforming", CIMValue(Uint32(0))},
-    {"TestResults", NO_LINES},
+    {TEST_RESULTS, NO_LINES},
     {"PercentComplete", CIMValue(Uint8(0))},
     {"TestWarningLevel", CIMValue(Uint16(0))},
     {"ReportSoftErrors", NO},
@@ -115,7 +115,7 @@ void ZORVA_DiagnosticResultBuilder::buildTestResult(CIMOMHandle /*handle*/, Stri
 
 void ZORVA_DiagnosticResultBuilder::buildDefaultResultProperties(CIMInstance& instance) {
     for (const DefaultProperty& property : DEFAULT_PROPERTIES) {
-        instance.addProperty(CIMProperty(property.name, property.value));
+        addProperty(instance, property.name, property.value);
     }
 }
 
