@@ -11,12 +11,12 @@
 #include <vector>
 
 #include "bench/ServerProcess.h"
-#include "host/cimxml/RequestWriter.h"
-#include "host/cimxml/XmlText.h"
-#include "host/client/CimClient.h"
-#include "host/http/PercentEncoding.h"
+#include "wire/cimxml/RequestWriter.h"
+#include "wire/cimxml/XmlText.h"
+#include "wire/client/CimClient.h"
+#include "wire/http/PercentEncoding.h"
 
-using namespace cimhost;
+using namespace wire;
 
 namespace {
 
@@ -39,19 +39,19 @@ std::string httpRequest(const std::string& method, const std::string& object,
     return "POST /cimom HTTP/1.1\r\nHost: localhost\r\n"
            "Content-Type: application/xml; charset=\"utf-8\"\r\nCIMOperation: MethodCall\r\n"
            "CIMMethod: " +
-           method + "\r\nCIMObject: " + percentEncoded(object) +
+           method + "\r\nCIMObject: " + wire::percentEncoded(object) +
            "\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
 }
 
 std::string getInstance(const Pegasus::CIMObjectPath& path) {
-    OperationRequestWriter writer("1", "GetInstance", nameSpace);
+    wire::OperationRequestWriter writer("1", "GetInstance", nameSpace);
     writer.instanceName("InstanceName", path);
     writer.boolean("LocalOnly", false);
     return httpRequest("GetInstance", "root/kavex", writer.finish());
 }
 
 std::string enumerateInstances(const char* className) {
-    OperationRequestWriter writer("1", "EnumerateInstances", nameSpace);
+    wire::OperationRequestWriter writer("1", "EnumerateInstances", nameSpace);
     writer.className("ClassName", Pegasus::CIMName(className));
     writer.boolean("LocalOnly", false);
     return httpRequest("EnumerateInstances", "root/kavex", writer.finish());
@@ -60,7 +60,7 @@ std::string enumerateInstances(const char* className) {
 /// A server with one result in it, and requests about it.
 struct Subject {
     explicit Subject(const std::vector<std::string>& commandLine)
-        : server(commandLine), client(ServerUrl::parse(server.url())) {
+        : server(commandLine), client(wire::ServerUrl::parse(server.url())) {
         test = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc_DiagTest")[0];
         element = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc")[0];
         element.setNameSpace(nameSpace);
@@ -71,12 +71,13 @@ struct Subject {
 
         Pegasus::CIMObjectPath local = test;
         local.setNameSpace(nameSpace);
-        runTest = httpRequest("RunTest", toUtf8(local.toString()),
-                              writeMethodRequest("1", "RunTest", nameSpace, test, parameters));
+        runTest =
+            httpRequest("RunTest", wire::toUtf8(local.toString()),
+                        wire::writeMethodRequest("1", "RunTest", nameSpace, test, parameters));
     }
 
     ServerProcess server;
-    CimClient client;
+    wire::CimClient client;
     Pegasus::CIMObjectPath test;
     Pegasus::CIMObjectPath element;
     Pegasus::CIMObjectPath result;
@@ -129,8 +130,8 @@ BENCHMARK(otherHttpLibraryAlone)->UseRealTime();
 using SubjectSource = Subject& (*)();
 
 /// Exchanges what `request` makes of the server's paths; without that server says so instead.
-template <class Request>
-void exchangeWith(benchmark::State& state, SubjectSource source, Request request) {
+template <class wire::CimRequest>
+void exchangeWith(benchmark::State& state, SubjectSource source, wire::CimRequest request) {
     try {
         Subject& subject = source();
         exchange(state, subject.server.port(), request(subject));

@@ -6,7 +6,7 @@
 
 #include "cli/Errors.h"
 #include "cli/Values.h"
-#include "host/cimxml/XmlText.h"
+#include "wire/cimxml/XmlText.h"
 
 namespace usbhcdiag {
 namespace {
@@ -19,7 +19,7 @@ const CIMNamespaceName& nameSpace() {
 }
 
 /// The code that a method answered. A server that has no provider for the method answers none.
-Uint32 returnCode(const cimhost::MethodResult& answer, const char* method) {
+Uint32 returnCode(const wire::MethodResult& answer, const char* method) {
     Uint32 code = 0;
     if (!answer.returnValue.has_value() || answer.returnValue->getType() != CIMTYPE_UINT32 ||
         answer.returnValue->isArray() || answer.returnValue->isNull()) {
@@ -31,7 +31,7 @@ Uint32 returnCode(const cimhost::MethodResult& answer, const char* method) {
     return code;
 }
 
-void requireSuccess(const cimhost::MethodResult& answer, const char* method) {
+void requireSuccess(const wire::MethodResult& answer, const char* method) {
     const Uint32 code = returnCode(answer, method);
     if (code != 0) {
         throw Failure(std::string(method) + " answered " + std::to_string(code) + ": " +
@@ -39,7 +39,7 @@ void requireSuccess(const cimhost::MethodResult& answer, const char* method) {
     }
 }
 
-CIMObjectPath resultReference(const cimhost::MethodResult& answer) {
+CIMObjectPath resultReference(const wire::MethodResult& answer) {
     for (Uint32 i = 0; i < answer.outParameters.size(); ++i) {
         const CIMParamValue& parameter = answer.outParameters[i];
         const CIMValue value = parameter.getValue();
@@ -114,7 +114,7 @@ Array<CIMInstance> Diagnostics::managedObjects() {
 }
 
 CIMInstance Diagnostics::run(const CIMInstance& test, const CIMInstance& element) {
-    const cimhost::MethodResult answer = invoke(test, "RunTest", element.getPath());
+    const wire::MethodResult answer = invoke(test, "RunTest", element.getPath());
     requireSuccess(answer, "RunTest");
     const CIMObjectPath reference = resultReference(answer);
     CIMInstance result = client_.getInstance(nameSpace(), reference);
@@ -127,7 +127,7 @@ CIMInstance Diagnostics::run(const CIMInstance& test, const CIMInstance& element
 }
 
 Uint32 Diagnostics::clear(const CIMInstance& test, const CIMObjectPath& element) {
-    const cimhost::MethodResult answer = invoke(test, "ClearResults", element);
+    const wire::MethodResult answer = invoke(test, "ClearResults", element);
     requireSuccess(answer, "ClearResults");
     Uint32 kept = 0;
     for (Uint32 i = 0; i < answer.outParameters.size(); ++i) {
@@ -137,8 +137,8 @@ Uint32 Diagnostics::clear(const CIMInstance& test, const CIMObjectPath& element)
     return kept;
 }
 
-cimhost::MethodResult Diagnostics::invoke(const CIMInstance& test, const char* method,
-                                          const CIMObjectPath& element) {
+wire::MethodResult Diagnostics::invoke(const CIMInstance& test, const char* method,
+                                       const CIMObjectPath& element) {
     CIMObjectPath reference = element;
     reference.setNameSpace(nameSpace());
     Array<CIMParamValue> parameters;

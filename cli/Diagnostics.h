@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <string>
 
-#include "host/client/CimClient.h"
+#include "wire/client/CimClient.h"
 
 namespace usbhcdiag {
 
@@ -34,7 +34,7 @@ std::string returnCodeText(std::uint32_t code);
 /// sense.
 class Diagnostics {
 public:
-    explicit Diagnostics(cimhost::CimClient& client) : client_(client) {}
+    explicit Diagnostics(wire::CimClient& client) : client_(client) {}
 
     Pegasus::Array<Pegasus::CIMInstance> tests();
     Pegasus::Array<Pegasus::CIMInstance> elements();
@@ -52,11 +52,11 @@ public:
     Pegasus::Uint32 clear(const Pegasus::CIMInstance& test, const Pegasus::CIMObjectPath& element);
 
 private:
-    cimhost::MethodResult invoke(const Pegasus::CIMInstance& test, const char* method,
-                                 const Pegasus::CIMObjectPath& element);
+    wire::MethodResult invoke(const Pegasus::CIMInstance& test, const char* method,
+                              const Pegasus::CIMObjectPath& element);
     Pegasus::Array<Pegasus::CIMInstance> instances(const char* className);
 
-    cimhost::CimClient& client_;
+    wire::CimClient& client_;
 };
 
 }  // namespace usbhcdiag

@@ -8,12 +8,12 @@
 #include <stdexcept>
 
 #include "cli/Errors.h"
-#include "host/http/CredentialsFile.h"
+#include "wire/http/CredentialsFile.h"
 
 namespace usbhcdiag {
 namespace {
 
-using cimhost::ServerUrl;
+using wire::ServerUrl;
 
 bool isLoopback(const std::string& host) {
     return host == "localhost" || host == "::1" || host.rfind("127.", 0) == 0;
@@ -27,7 +27,7 @@ ServerUrl givenUrl(const Invocation& invocation) {
         throw UsageError(std::string("--server: ") + error.what());
     }
     if (invocation.credentials.has_value()) {
-        url.userAndPassword = cimhost::readCredentialsFile(*invocation.credentials).front();
+        url.userAndPassword = wire::readCredentialsFile(*invocation.credentials).front();
     }
     if (!url.userAndPassword.empty() && !isLoopback(url.host)) {
         std::cerr << "usbhcdiag: the password goes to " << url.host
@@ -63,7 +63,7 @@ Server::Server(const Invocation& invocation) {
         url.userAndPassword = private_->user() + ":" + private_->password();
     }
     url_ = url.withoutCredentials();
-    client_ = std::make_unique<cimhost::CimClient>(url);
+    client_ = std::make_unique<wire::CimClient>(url);
 }
 
 std::string Server::explain(const std::string& what) const {

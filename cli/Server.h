@@ -8,7 +8,7 @@
 
 #include "cli/CommandLine.h"
 #include "cli/PrivateServer.h"
-#include "host/client/CimClient.h"
+#include "wire/client/CimClient.h"
 
 namespace usbhcdiag {
 
@@ -21,7 +21,7 @@ public:
     /// cannot be used and for a private server that does not start.
     explicit Server(const Invocation& invocation);
 
-    cimhost::CimClient& client() { return *client_; }
+    wire::CimClient& client() { return *client_; }
 
     /// Where the server is, without credentials, for messages.
     const std::string& url() const { return url_; }
@@ -36,7 +36,7 @@ public:
 private:
     std::unique_ptr<PrivateServer> private_;
     std::string url_;
-    std::unique_ptr<cimhost::CimClient> client_;
+    std::unique_ptr<wire::CimClient> client_;
 };
 
 }  // namespace usbhcdiag

@@ -7,13 +7,13 @@
 
 #include <cctype>
 
-#include "host/cimxml/XmlText.h"
+#include "wire/cimxml/XmlText.h"
 
 namespace usbhcdiag {
 namespace {
 
 using namespace Pegasus;
-using cimhost::toUtf8;
+using wire::toUtf8;
 
 template <typename T>
 Json scalar(const T& value) {

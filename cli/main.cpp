@@ -12,8 +12,8 @@
 #include "cli/Errors.h"
 #include "cli/Help.h"
 #include "cli/commands/Commands.h"
-#include "host/cimxml/XmlText.h"
-#include "host/client/CimClient.h"
+#include "wire/cimxml/XmlText.h"
+#include "wire/client/CimClient.h"
 
 namespace usbhcdiag {
 namespace {
@@ -40,10 +40,10 @@ ExitStatus perform(const Invocation& invocation) {
     Server server(invocation);
     try {
         return dispatch(server, invocation);
-    } catch (const cimhost::ClientError& error) {
+    } catch (const wire::ClientError& error) {
         throw Failure(server.explain(error.what()));
     } catch (const Pegasus::Exception& error) {
-        throw Failure(server.explain(cimhost::toUtf8(error.getMessage())));
+        throw Failure(server.explain(wire::toUtf8(error.getMessage())));
     }
 }
 

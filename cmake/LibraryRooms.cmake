@@ -6,6 +6,7 @@
 function(zorva_add_library_room name)
     cmake_parse_arguments(PARSE_ARGV 1 room "" "" "SOURCES;LIBRARIES")
     add_library(${name} STATIC ${room_SOURCES})
+    zorva_room_headers(${name})
     target_link_libraries(${name} PUBLIC zorva_options pegasus_interface pegasus_model
         ${room_LIBRARIES})
     zorva_hide_symbols(${name})
@@ -18,6 +19,7 @@ function(zorva_add_library_room name)
             endif()
             list(APPEND libraries ${library})
         endforeach()
+        zorva_room_headers(${name}_openpegasus)
         target_link_libraries(${name}_openpegasus PUBLIC zorva_options pegasus_interface
             openpegasus_sdk ${libraries})
         zorva_hide_symbols(${name}_openpegasus)

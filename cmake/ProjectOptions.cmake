@@ -12,7 +12,6 @@ target_compile_options(zorva_options INTERFACE -Wall -Wextra -Wpedantic)
 if(ZORVA_WERROR)
     target_compile_options(zorva_options INTERFACE -Werror)
 endif()
-target_include_directories(zorva_options INTERFACE ${PROJECT_SOURCE_DIR})
 
 if(ZORVA_SANITIZE)
     string(REPLACE ";" "," zorva_sanitizers "${ZORVA_SANITIZE}")

@@ -5,6 +5,6 @@
 function(zorva_add_unit_test name)
     cmake_parse_arguments(PARSE_ARGV 1 test "" "" "SOURCES;LIBRARIES")
     add_executable(${name} ${test_SOURCES})
-    target_link_libraries(${name} PRIVATE zorva_options ${test_LIBRARIES} GTest::gtest_main)
+    target_link_libraries(${name} PRIVATE tests_headers ${test_LIBRARIES} GTest::gtest_main)
     add_test(NAME ${name} COMMAND ${name})
 endfunction()

@@ -8,11 +8,11 @@
 #include <cstdlib>
 #include <string>
 
-#include "host/cimxml/Request.h"
-#include "host/cimxml/Response.h"
-#include "host/cimxml/XmlError.h"
-#include "host/protocol/RequestHandler.h"
-#include "tests/host/protocol/ReplayOperations.h"
+#include "servers/cimhost/protocol/RequestHandler.h"
+#include "tests/servers/cimhost/protocol/ReplayOperations.h"
+#include "wire/cimxml/CimRequest.h"
+#include "wire/cimxml/CimResponse.h"
+#include "wire/cimxml/XmlError.h"
 
 namespace {
 
@@ -21,15 +21,15 @@ using namespace cimhost;
 void asRequest(const std::string& text, Operations& operations) {
     std::string answer;
     try {
-        const XmlDocument document(text);
-        answer = handleRequest(readRequest(document), operations);
-    } catch (const XmlError&) {
+        const wire::XmlDocument document(text);
+        answer = handleRequest(wire::readRequest(document), operations);
+    } catch (const wire::XmlError&) {
         return;
     }
     try {
-        const XmlDocument document(answer);
-        readResponse(document);
-    } catch (const XmlError&) {
+        const wire::XmlDocument document(answer);
+        wire::readResponse(document);
+    } catch (const wire::XmlError&) {
         std::abort();
     } catch (const Pegasus::CIMException&) {
         // The operation failed and said so.
@@ -39,7 +39,7 @@ void asRequest(const std::string& text, Operations& operations) {
 void asResponse(const std::string& text) {
     try {
         const ReplayOperations operations(text);
-    } catch (const XmlError&) {
+    } catch (const wire::XmlError&) {
         // Not a response.
     }
 }

@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "host/mof/MofReader.h"
+#include "servers/cimhost/mof/MofReader.h"
 
 namespace {
 

@@ -9,7 +9,12 @@
 #include <iostream>
 #include <string>
 
-#include "usbdevices/deviceListPath.h"
+namespace {
+
+// Settled when the project is configured.
+constexpr char deviceListPath[] = ZORVA_DEVICE_LIST_PATH;
+
+}  // namespace
 
 std::queue<UsbDevice> result::GetUsbDeviceInfomation() {
     std::cout << "test code for usb host controller " << std::endl;

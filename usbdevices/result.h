@@ -12,7 +12,7 @@
 /// Reads the kernel's USB device list and hands its devices out as a queue, in the list's order.
 class result {
 public:
-    /// Reads the list at `deviceListPath` and returns all devices read so far: a second call
+    /// Reads the kernel's list, see ZORVA_DEVICE_LIST_PATH, and returns all devices read so far: a second call
     /// appends the devices again behind those of the first.
     ///
     /// Writes the line "test code for usb host controller " to standard output first, and

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Runs the benchmarks in a private view of the file system, where the device list is theirs to set.
 #include "bench/library/Bench.h"
-#include "listmount/DeviceListMount.h"
+#include "devicelist/DeviceListMount.h"
 #include "tests/support/LogFolder.h"
 
 #include <benchmark/benchmark.h>
@@ -29,8 +29,8 @@ int main(int argc, char* argv[]) {
     deviceListFile = folder.path() + "/devices";
     showDeviceList("");
     try {
-        listmount::DeviceListMount(deviceListFile).enter();
-    } catch (const listmount::DeviceListMountError& error) {
+        devicelist::DeviceListMount(deviceListFile).enter();
+    } catch (const devicelist::DeviceListMountError& error) {
         std::cerr << "bench-library: " << error.what() << '\n';
         return 1;
     }

@@ -8,7 +8,7 @@
 #include "cli/Text.h"
 #include "cli/Values.h"
 #include "cli/commands/Commands.h"
-#include "host/cimxml/XmlText.h"
+#include "wire/cimxml/XmlText.h"
 
 namespace usbhcdiag {
 namespace {
@@ -25,7 +25,7 @@ CIMObjectPath elementOf(const std::string& deviceId, const Array<CIMInstance>& e
     }
     Array<CIMKeyBinding> keys;
     keys.append(
-        CIMKeyBinding(CIMName("DeviceID"), cimhost::fromUtf8(deviceId), CIMKeyBinding::STRING));
+        CIMKeyBinding(CIMName("DeviceID"), wire::fromUtf8(deviceId), CIMKeyBinding::STRING));
     return CIMObjectPath(String(), CIMNamespaceName(), CIMName("ZORVA_UsbHc"), keys);
 }
 

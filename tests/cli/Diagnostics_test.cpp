@@ -10,14 +10,14 @@
 
 #include "cli/Errors.h"
 #include "cli/Values.h"
-#include "host/http/HttpServer.h"
+#include "wire/http/HttpServer.h"
 
 namespace usbhcdiag {
 namespace {
 
 using namespace Pegasus;
-using cimhost::HttpRequest;
-using cimhost::HttpResponse;
+using wire::HttpRequest;
+using wire::HttpResponse;
 
 std::string message(const std::string& body) {
     return "<?xml version=\"1.0\" encoding=\"utf-8\"?>"
@@ -83,9 +83,9 @@ protected:
     std::vector<std::string> requests_;
     const CIMInstance test_ = instanceOf("ZORVA_UsbHc_DiagTest", "Name");
     const CIMInstance element_ = instanceOf("ZORVA_UsbHc", "DeviceID");
-    cimhost::HttpServer server_{{"127.0.0.1", 0},
-                                [this](HttpRequest&& request) { return answer(request); }};
-    cimhost::CimClient client_{cimhost::ServerUrl::parse(server_.url())};
+    wire::HttpServer server_{{"127.0.0.1", 0},
+                             [this](HttpRequest&& request) { return answer(request); }};
+    wire::CimClient client_{wire::ServerUrl::parse(server_.url())};
     Diagnostics diagnostics_{client_};
 };
 

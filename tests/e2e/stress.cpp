@@ -32,12 +32,12 @@
 #include <thread>
 #include <vector>
 
-#include "host/client/CimClient.h"
 #include "tests/support/ObjectModelText.h"
+#include "wire/client/CimClient.h"
 
 namespace {
 
-using namespace cimhost;
+using namespace wire;
 using Clock = std::chrono::steady_clock;
 using Pegasus::Array;
 using Pegasus::CIMException;
@@ -155,17 +155,18 @@ CIMValue valueOf(const CIMInstance& instance, const char* property) {
 /// One client: connects, asks for a while, goes away, comes again.
 class StressClient {
 public:
-    StressClient(const ServerUrl& url, const Inventory& inventory, Tally& tally, unsigned seed)
+    StressClient(const wire::ServerUrl& url, const Inventory& inventory, Tally& tally,
+                 unsigned seed)
         : url_(url), inventory_(inventory), tally_(tally), random_(seed) {}
 
     void runUntil(Clock::time_point end) {
         while (Clock::now() < end) {
-            CimClient client(url_);
+            wire::CimClient client(url_);
             try {
                 for (int i = 0; i < operationsPerConnection && Clock::now() < end; ++i) {
                     askSomething(client);
                 }
-            } catch (const ClientError& error) {
+            } catch (const wire::ClientError& error) {
                 const std::string text = error.what();
                 if (text.find(" 503 ") == std::string::npos) {
                     tally_.fail(text);
@@ -184,7 +185,7 @@ private:
         return inventory_.elements[random_() % inventory_.elements.size()];
     }
 
-    void askSomething(CimClient& client) {
+    void askSomething(wire::CimClient& client) {
         switch (random_() % 10) {
             case 0:
             case 1:
@@ -202,7 +203,7 @@ private:
         }
     }
 
-    MethodResult invoke(CimClient& client, const char* method, bool withSetting) {
+    wire::MethodResult invoke(wire::CimClient& client, const char* method, bool withSetting) {
         Array<CIMParamValue> parameters;
         parameters.append(CIMParamValue("SystemElement", CIMValue(someElement()), true));
         if (withSetting) {
@@ -211,34 +212,34 @@ private:
         return client.invokeMethod(nameSpace, inventory_.test, method, parameters);
     }
 
-    void expectZero(const char* method, const MethodResult& result) {
+    void expectZero(const char* method, const wire::MethodResult& result) {
         if (!result.returnValue.has_value() || !(*result.returnValue == CIMValue(Uint32(0)))) {
             tally_.fail(std::string(method) + " did not return 0");
         }
         tally_.count(method);
     }
 
-    void runTest(CimClient& client) {
-        const MethodResult result = invoke(client, "RunTest", random_() % 2 == 0);
+    void runTest(wire::CimClient& client) {
+        const wire::MethodResult result = invoke(client, "RunTest", random_() % 2 == 0);
         expectZero("RunTest", result);
         if (result.outParameters.size() != 1) {
             tally_.fail("RunTest without a reference to its result");
         }
     }
 
-    void clearResults(CimClient& client) {
+    void clearResults(wire::CimClient& client) {
         expectZero("ClearResults", invoke(client, "ClearResults", false));
     }
 
-    void discontinueTest(CimClient& client) {
-        const MethodResult result = invoke(client, "DiscontinueTest", false);
+    void discontinueTest(wire::CimClient& client) {
+        const wire::MethodResult result = invoke(client, "DiscontinueTest", false);
         if (result.returnValue.has_value() || result.outParameters.size() != 1) {
             tally_.fail("DiscontinueTest did not answer TestingStopped alone");
         }
         tally_.count("DiscontinueTest");
     }
 
-    void listResults(CimClient& client) {
+    void listResults(wire::CimClient& client) {
         const auto results = client.enumerateInstances(nameSpace, "CIM_DiagnosticResult");
         std::set<std::string> pairs;
         for (Uint32 i = 0; i < results.size(); ++i) {
@@ -257,7 +258,7 @@ private:
         tally_.count("EnumerateInstances");
     }
 
-    void fetchResult(CimClient& client) {
+    void fetchResult(wire::CimClient& client) {
         const auto names = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc_DiagResult");
         tally_.count("EnumerateInstanceNames");
         if (names.size() == 0) {
@@ -274,7 +275,7 @@ private:
         }
     }
 
-    void followAssociations(CimClient& client) {
+    void followAssociations(wire::CimClient& client) {
         const auto found = client.associatorNames(nameSpace, someElement());
         bool hasTest = false;
         for (Uint32 i = 0; i < found.size(); ++i) {
@@ -286,14 +287,14 @@ private:
         tally_.count("AssociatorNames");
     }
 
-    const ServerUrl& url_;
+    const wire::ServerUrl& url_;
     const Inventory& inventory_;
     Tally& tally_;
     std::minstd_rand random_;
 };
 
-Inventory takeInventory(const ServerUrl& url) {
-    CimClient client(url);
+Inventory takeInventory(const wire::ServerUrl& url) {
+    wire::CimClient client(url);
     Inventory inventory;
     inventory.test = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc_DiagTest")[0];
     inventory.setting = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc_DiagSetting")[0];
@@ -327,7 +328,7 @@ bool check(const HostProcess& host, const Tally& tally, long memoryBefore) {
 
 int run(int seconds, int clientCount, const char* program, const char* library, const char* list) {
     const HostProcess host(program, library, list);
-    const ServerUrl url = ServerUrl::parse(host.url());
+    const wire::ServerUrl url = wire::ServerUrl::parse(host.url());
     const Inventory inventory = takeInventory(url);
     const long memoryBefore = host.memory();
     Tally tally;

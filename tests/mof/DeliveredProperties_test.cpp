@@ -6,8 +6,8 @@
 #include <set>
 #include <string>
 
-#include "host/program/Host.h"
-#include "host/provider/ServedClasses.h"
+#include "servers/cimhost/loading/ServedClasses.h"
+#include "servers/cimhost/program/Host.h"
 #include "tests/support/ObjectModelText.h"
 
 namespace cimhost {
@@ -31,7 +31,7 @@ protected:
         const auto elements = operations_.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc");
         Array<CIMParamValue> parameters;
         parameters.append(CIMParamValue("SystemElement", CIMValue(elements[0]), true));
-        const MethodResult result =
+        const wire::MethodResult result =
             operations_.invokeMethod(nameSpace, tests[0], "RunTest", parameters);
         ASSERT_EQ(result.returnValue, CIMValue(Uint32(0)));
     }
@@ -40,7 +40,7 @@ protected:
         return operations_.enumerateInstances(nameSpace, CIMName(GetParam().name), true, {});
     }
 
-    ClassDefinition declared() {
+    wire::ClassDefinition declared() {
         ElementOptions options;
         options.includeQualifiers = true;
         return operations_.getClass(nameSpace, CIMName(GetParam().name), options);
@@ -52,14 +52,14 @@ protected:
 };
 
 TEST_P(DeliveredPropertiesTest, EveryPropertyIsDeclaredWithItsType) {
-    const ClassDefinition definition = declared();
+    const wire::ClassDefinition definition = declared();
     const auto instances = delivered();
     ASSERT_GT(instances.size(), 0U);
     for (Uint32 index = 0; index < instances.size(); ++index) {
         for (Uint32 position = 0; position < instances[index].getPropertyCount(); ++position) {
             const Pegasus::CIMConstProperty property =
                 CIMInstance(instances[index]).getProperty(position);
-            const PropertyDefinition* const declaration =
+            const wire::PropertyDefinition* const declaration =
                 definition.findProperty(property.getName());
             ASSERT_NE(declaration, nullptr) << text(property.getName());
             EXPECT_EQ(text(declaration->name), text(property.getName())) << "letter by letter";
@@ -73,7 +73,7 @@ TEST_P(DeliveredPropertiesTest, EveryPropertyIsDeclaredWithItsType) {
 
 TEST_P(DeliveredPropertiesTest, TheKeysOfThePathAreTheKeysOfTheClass) {
     std::set<std::string> declaredKeys;
-    for (const PropertyDefinition& property : declared().properties) {
+    for (const wire::PropertyDefinition& property : declared().properties) {
         if (property.isKey()) {
             declaredKeys.insert(text(property.name));
         }
@@ -90,15 +90,15 @@ TEST_P(DeliveredPropertiesTest, TheKeysOfThePathAreTheKeysOfTheClass) {
 }
 
 TEST_P(DeliveredPropertiesTest, EveryElementIsDescribed) {
-    const ClassDefinition definition = declared();
+    const wire::ClassDefinition definition = declared();
     EXPECT_NE(findQualifier(definition.qualifiers, "Description"), nullptr);
-    for (const PropertyDefinition& property : definition.properties) {
+    for (const wire::PropertyDefinition& property : definition.properties) {
         EXPECT_NE(findQualifier(property.qualifiers, "Description"), nullptr)
             << text(property.name);
     }
-    for (const MethodDefinition& method : definition.methods) {
+    for (const wire::MethodDefinition& method : definition.methods) {
         EXPECT_NE(findQualifier(method.qualifiers, "Description"), nullptr) << text(method.name);
-        for (const ParameterDefinition& parameter : method.parameters) {
+        for (const wire::ParameterDefinition& parameter : method.parameters) {
             EXPECT_NE(findQualifier(parameter.qualifiers, "Description"), nullptr)
                 << text(parameter.name);
         }
@@ -106,19 +106,19 @@ TEST_P(DeliveredPropertiesTest, EveryElementIsDescribed) {
 }
 
 TEST_P(DeliveredPropertiesTest, ValueMapsHaveAsManyValues) {
-    const ClassDefinition definition = declared();
-    const auto check = [](const Qualifiers& qualifiers, const CIMName& element) {
-        const Qualifier* const map = findQualifier(qualifiers, "ValueMap");
-        const Qualifier* const values = findQualifier(qualifiers, "Values");
+    const wire::ClassDefinition definition = declared();
+    const auto check = [](const wire::Qualifiers& qualifiers, const CIMName& element) {
+        const wire::Qualifier* const map = findQualifier(qualifiers, "ValueMap");
+        const wire::Qualifier* const values = findQualifier(qualifiers, "Values");
         ASSERT_EQ(map == nullptr, values == nullptr) << text(element);
         if (map != nullptr) {
             EXPECT_EQ(map->value.getArraySize(), values->value.getArraySize()) << text(element);
         }
     };
-    for (const PropertyDefinition& property : definition.properties) {
+    for (const wire::PropertyDefinition& property : definition.properties) {
         check(property.qualifiers, property.name);
     }
-    for (const MethodDefinition& method : definition.methods) {
+    for (const wire::MethodDefinition& method : definition.methods) {
         check(method.qualifiers, method.name);
     }
 }

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "host/mof/MofReader.h"
-#include "host/provider/ServedClasses.h"
+#include "servers/cimhost/loading/ServedClasses.h"
+#include "servers/cimhost/mof/MofReader.h"
 #include "tests/support/ObjectModelText.h"
 
 namespace cimhost {

@@ -16,7 +16,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "listmount/DeviceListMount.h"
+#include "devicelist/DeviceListMount.h"
 
 namespace {
 
@@ -31,7 +31,7 @@ void expect(bool done, const char* step) {
 }
 
 std::string folderOfList() {
-    const std::string path = listmount::deviceListPath();
+    const std::string path = base::deviceListPath;
     return path.substr(0, path.rfind('/'));
 }
 
@@ -65,8 +65,8 @@ void PrivateDeviceList::enterOrExit() {
     listFile = mkostemp(name.data(), O_CLOEXEC);
     expect(listFile >= 0, "mkostemp");
     try {
-        listmount::DeviceListMount(name).enter();
-    } catch (const listmount::DeviceListMountError& error) {
+        devicelist::DeviceListMount(name).enter();
+    } catch (const devicelist::DeviceListMountError& error) {
         unlink(name.c_str());
         std::cout << "skipped: no private view of the device list: " << error.what() << std::endl;
         std::exit(skipped);
@@ -101,7 +101,7 @@ PrivateDeviceList::Missing::~Missing() {
 
 PrivateDeviceList::Folder::Folder() {
     coverFolder();
-    expect(mkdir(listmount::deviceListPath(), S_IRWXU) == 0, "mkdir");
+    expect(mkdir(base::deviceListPath, S_IRWXU) == 0, "mkdir");
 }
 
 PrivateDeviceList::Folder::~Folder() {
@@ -110,7 +110,7 @@ PrivateDeviceList::Folder::~Folder() {
 
 PrivateDeviceList::Pipe::Pipe(std::string_view content) {
     coverFolder();
-    const char* path = listmount::deviceListPath();
+    const char* path = base::deviceListPath;
     expect(mkfifo(path, S_IRUSR | S_IWUSR) == 0, "mkfifo");
     end_ = open(path, O_RDWR | O_CLOEXEC);
     expect(end_ >= 0, "open");

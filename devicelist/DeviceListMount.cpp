@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: MIT
+#include "devicelist/DeviceListMount.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+namespace devicelist {
+
+namespace {
+
+[[noreturn]] void fail(const std::string& step) {
+    throw DeviceListMountError(step + ": " + std::strerror(errno));
+}
+
+/// Holds a file or folder itself, whatever is mounted over its name later.
+class HeldPath {
+public:
+    explicit HeldPath(const std::string& path) : number_(open(path.c_str(), O_PATH | O_CLOEXEC)) {
+        if (number_ < 0) {
+            fail("cannot open " + path);
+        }
+    }
+    ~HeldPath() { close(number_); }
+    HeldPath(const HeldPath&) = delete;
+    HeldPath& operator=(const HeldPath&) = delete;
+
+    int number() const { return number_; }
+    /// A path that leads to what is held.
+    std::string path() const { return "/proc/self/fd/" + std::to_string(number_); }
+
+private:
+    int number_;
+};
+
+void writeFile(const std::string& path, const std::string& text, int flags = 0) {
+    constexpr mode_t readable = 0444;
+    const int file = open(path.c_str(), O_WRONLY | O_CLOEXEC | flags, readable);
+    const bool written =
+        file >= 0 && write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+    const int reason = errno;
+    if (file >= 0) {
+        close(file);
+    }
+    if (!written) {
+        errno = reason;
+        fail("cannot write " + path);
+    }
+}
+
+void createFile(const std::string& path) {
+    writeFile(path, "", O_CREAT | O_EXCL);
+}
+
+void createFolder(const std::string& path) {
+    constexpr mode_t enterable = 0755;  // whatever the umask: the command may change its user
+    if (mkdir(path.c_str(), enterable) != 0 || chmod(path.c_str(), enterable) != 0) {
+        fail("cannot create the folder " + path);
+    }
+}
+
+void bind(const std::string& what, const std::string& at, const std::string& name) {
+    if (mount(what.c_str(), at.c_str(), nullptr, MS_BIND | MS_REC, nullptr) != 0) {
+        fail("cannot show " + name + " at " + at);
+    }
+}
+
+/// Makes the mount at `path` read-only. The flags that the mount has must be given again: the
+/// kernel refuses to drop some of them.
+void makeReadOnly(const std::string& path) {
+    struct statvfs facts = {};
+    if (statvfs(path.c_str(), &facts) != 0) {
+        fail("cannot look at the mount of " + path);
+    }
+    constexpr std::array<std::pair<unsigned long, unsigned long>, 6> kept = {{
+        {ST_NOSUID, MS_NOSUID},
+        {ST_NODEV, MS_NODEV},
+        {ST_NOEXEC, MS_NOEXEC},
+        {ST_NOATIME, MS_NOATIME},
+        {ST_NODIRATIME, MS_NODIRATIME},
+        {ST_RELATIME, MS_RELATIME},
+    }};
+    unsigned long flags = MS_REMOUNT | MS_BIND | MS_RDONLY;
+    for (const auto& [has, keep] : kept) {
+        if ((facts.f_flag & has) != 0) {
+            flags |= keep;
+        }
+    }
+    if (mount(nullptr, path.c_str(), nullptr, flags, nullptr) != 0) {
+        fail("cannot make " + path + " read-only");
+    }
+}
+
+/// Gives this process mounts of its own: directly where it may, else by a user namespace in which
+/// it stays who it is.
+void leaveSharedMounts() {
+    if (unshare(CLONE_NEWNS) != 0) {
+        if (errno != EPERM) {
+            fail("cannot make a private mount namespace");
+        }
+        const std::string user = std::to_string(geteuid());
+        const std::string group = std::to_string(getegid());
+        if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
+            fail(
+                "cannot make a private mount namespace through a user namespace (run as root, or "
+                "let the kernel allow unprivileged user namespaces)");
+        }
+        writeFile("/proc/self/setgroups", "deny");
+        writeFile("/proc/self/uid_map", user + " " + user + " 1");
+        writeFile("/proc/self/gid_map", group + " " + group + " 1");
+    }
+    if (mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
+        fail("cannot make the mounts of / private");
+    }
+}
+
+bool exists(const std::string& path) {
+    return access(path.c_str(), F_OK) == 0;
+}
+
+/// Makes one entry of the covered folder visible again under the cover.
+void showAgain(const HeldPath& covered, const std::string& folder, const char* name) {
+    const std::string shown = folder + "/" + name;
+    struct stat facts = {};
+    if (fstatat(covered.number(), name, &facts, AT_SYMLINK_NOFOLLOW) != 0) {
+        return;  // gone in the meantime
+    }
+    if (S_ISLNK(facts.st_mode)) {
+        std::array<char, PATH_MAX> target = {};
+        const ssize_t length = readlinkat(covered.number(), name, target.data(), target.size() - 1);
+        if (length < 0 || symlink(target.data(), shown.c_str()) != 0) {
+            fail("cannot copy the link " + shown);
+        }
+        return;
+    }
+    if (S_ISDIR(facts.st_mode)) {
+        createFolder(shown);
+    } else {
+        createFile(shown);
+    }
+    bind(covered.path() + "/" + name, shown, shown);
+}
+
+/// Covers `folder` with an empty file system in memory under which its entries stay visible.
+void cover(const std::string& folder) {
+    const HeldPath covered(folder);
+    if (mount("devicelist", folder.c_str(), "tmpfs", MS_NOSUID | MS_NODEV | MS_NOEXEC,
+              "mode=0755") != 0) {
+        fail("cannot cover " + folder);
+    }
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(covered.path().c_str()), closedir);
+    if (entries == nullptr) {
+        fail("cannot list " + folder);
+    }
+    while (const dirent* entry = readdir(entries.get())) {
+        const char* name = static_cast<const char*>(entry->d_name);
+        if (std::strcmp(name, ".") != 0 && std::strcmp(name, "..") != 0) {
+            showAgain(covered, folder, name);
+        }
+    }
+}
+
+/// Makes sure that a file can be bound at `path`: where nothing is there, covers the nearest
+/// existing folder and makes the rest of the path under the cover.
+void preparePlace(const std::string& path) {
+    if (exists(path)) {
+        return;
+    }
+    auto end = path.rfind('/');
+    while (end != 0 && !exists(path.substr(0, end))) {
+        end = path.rfind('/', end - 1);
+    }
+    const std::string folder = path.substr(0, end);
+    if (folder.empty() || folder == "/proc") {
+        throw DeviceListMountError("cannot make " + path + ": " +
+                                   path.substr(0, path.find('/', end + 1)) +
+                                   " does not exist, and " + (folder.empty() ? "/" : folder) +
+                                   " is too large a folder to cover");
+    }
+    cover(folder);
+    for (end = path.find('/', end + 1); end != std::string::npos; end = path.find('/', end + 1)) {
+        createFolder(path.substr(0, end));
+    }
+    createFile(path);
+    makeReadOnly(folder);
+}
+
+}  // namespace
+
+DeviceListMount::DeviceListMount(std::string file, std::string place)
+    : file_(std::move(file)), place_(std::move(place)) {}
+
+void DeviceListMount::enter() const {
+    {
+        // Before the view is entered, so that a mistyped name leaves the process as it was.
+        const HeldPath file(file_);
+        struct stat facts = {};
+        if (fstat(file.number(), &facts) != 0) {
+            fail("cannot look at " + file_);
+        }
+        if (S_ISDIR(facts.st_mode)) {
+            errno = EISDIR;
+            fail("cannot show " + file_ + " as a device list");
+        }
+        if (faccessat(AT_FDCWD, file_.c_str(), R_OK, AT_EACCESS) != 0) {
+            fail("cannot read " + file_);
+        }
+    }
+    leaveSharedMounts();
+    // Opened in the view, whose mounts alone can be bound; and before the cover, which may hide it.
+    const HeldPath file(file_);
+    preparePlace(place_);
+    bind(file.path(), place_, file_);
+    makeReadOnly(place_);
+}
+
+}  // namespace devicelist

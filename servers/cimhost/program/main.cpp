@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: MIT
+// cimhost: a CIM server for one machine that serves the USB diagnostics.
+#include <Pegasus/Common/Exception.h>
+#include <malloc.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <system_error>
+
+#include "devicelist/DeviceListMount.h"
+#include "servers/cimhost/machine/HostControllers.h"
+#include "servers/cimhost/machine/MachineElements.h"
+#include "servers/cimhost/program/Host.h"
+#include "servers/cimhost/program/Installation.h"
+#include "servers/cimhost/program/Options.h"
+#include "servers/cimhost/protocol/CimService.h"
+#include "servers/cimhost/protocol/Credentials.h"
+#include "servers/cimhost/schema/Text.h"
+#include "wire/http/HttpServer.h"
+#include "wire/http/ListenAddress.h"
+
+namespace {
+
+using namespace cimhost;
+
+constexpr int exitFailure = 1;
+constexpr int exitUsage = 2;
+
+// Whoever started this program may give up waiting after a few seconds.
+constexpr std::chrono::milliseconds endPatience{1000};
+
+/// Keeps standard output for the one line that says where the host listens: what the provider
+/// library prints there goes to standard error. Returns a descriptor on the real standard output.
+int reserveStandardOutput() {
+    const int output = ::dup(STDOUT_FILENO);
+    if (output < 0 || ::dup2(STDERR_FILENO, STDOUT_FILENO) < 0) {
+        throw std::system_error(errno, std::generic_category(), "cannot redirect standard output");
+    }
+    return output;
+}
+
+void announce(int output, const std::string& url) {
+    const std::string line = "listening on " + url + "\n";
+    if (::write(output, line.data(), line.size()) != static_cast<ssize_t>(line.size())) {
+        throw std::system_error(errno, std::generic_category(), "cannot write to standard output");
+    }
+    ::close(output);
+}
+
+/// Shows the list that the options ask for where the provider reads; returns the host controllers.
+std::vector<std::string> presentDevices(const Options& options) {
+    if (options.devices.has_value()) {
+        std::vector<std::string> controllers = hostControllersOfFile(*options.devices);
+        devicelist::DeviceListMount(*options.devices).enter();
+        return controllers;
+    }
+    if (::access(base::deviceListPath, F_OK) != 0 && ::access(base::kernelListPath, R_OK) == 0) {
+        try {
+            devicelist::DeviceListMount(base::kernelListPath).enter();
+        } catch (const devicelist::DeviceListMountError& failure) {
+            std::cerr << "cimhost: the kernel's device list cannot be shown to the provider: "
+                      << failure.what() << '\n';
+        }
+    }
+    return hostControllersOfMachine("/sys");
+}
+
+HostSettings settingsFrom(const Options& options) {
+    const Installation installation = findInstallation();
+    HostSettings settings;
+    settings.mofFiles =
+        options.mofFiles.empty() ? std::vector{installation.mofFile} : options.mofFiles;
+    settings.providerLibrary = options.provider.value_or(installation.providerLibrary);
+    settings.hostName = shortHostName();
+    settings.deviceIds = presentDevices(options);
+    return settings;
+}
+
+/// Blocks the signals that end the host, for this thread and those that it starts.
+sigset_t blockEndingSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    sigaddset(&signals, SIGINT);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    std::signal(SIGPIPE, SIG_IGN);
+    return signals;
+}
+
+/// Without this every thread, and so every connection, would keep memory of its own.
+void shareMemoryBetweenThreads() {
+    ::mallopt(M_ARENA_MAX, 2);
+}
+
+/// Keeps what a burst of requests needed from staying with the process: two heaps at most, however
+/// many connections have threads of their own, large blocks apart from them, and what becomes free
+/// at the end of a heap goes back to the system.
+void boundMemory() {
+#ifdef __GLIBC__
+    constexpr int KiB = 1024;
+    mallopt(M_ARENA_MAX, 2);
+    mallopt(M_MMAP_THRESHOLD, 64 * KiB);
+    mallopt(M_TRIM_THRESHOLD, 128 * KiB);
+#endif
+}
+
+int serve(const Options& options) {
+    shareMemoryBetweenThreads();
+    const wire::ListenAddress address(options.address, options.port);
+    std::optional<Credentials> credentials;
+    if (options.credentials.has_value()) {
+        credentials = Credentials::fromFile(*options.credentials);
+    }
+    const int output = reserveStandardOutput();
+    const sigset_t endingSignals = blockEndingSignals();
+    Host host(settingsFrom(options));
+    for (const std::string& name : host.missingClasses()) {
+        std::cerr << "cimhost: the MOF files have no class " << name
+                  << "; there will be no instances of it\n";
+    }
+    const CimService service(host.operations(), std::move(credentials));
+    wire::HttpServer server(
+        address, [&](wire::HttpRequest&& request) { return service.answer(std::move(request)); });
+    announce(output, server.url());
+
+    int signal = 0;
+    sigwait(&endingSignals, &signal);
+    const bool answered = server.stop(endPatience);
+    if (!host.terminate(endPatience) || !answered) {
+        // A request waits inside the provider; its thread must not find anything destroyed.
+        std::_Exit(EXIT_SUCCESS);
+    }
+    return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        const Options options = parseOptions({argv + 1, argv + argc});
+        if (options.help) {
+            std::cout << helpText;
+            return EXIT_SUCCESS;
+        }
+        if (options.version) {
+            std::cout << "cimhost " << ZORVA_VERSION << '\n';
+            return EXIT_SUCCESS;
+        }
+        boundMemory();
+        return serve(options);
+    } catch (const UsageError& error) {
+        std::cerr << "cimhost: " << error.what() << "\nTry \"cimhost --help\".\n";
+        return exitUsage;
+    } catch (const std::invalid_argument& error) {
+        std::cerr << "cimhost: " << error.what() << '\n';
+        return exitUsage;
+    } catch (const std::exception& error) {
+        std::cerr << "cimhost: " << error.what() << '\n';
+    } catch (const Pegasus::Exception& error) {
+        std::cerr << "cimhost: " << utf8(error.getMessage()) << '\n';
+    }
+    return exitFailure;
+}

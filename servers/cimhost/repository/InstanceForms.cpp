@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#include "servers/cimhost/repository/InstanceForms.h"
+
+#include <Pegasus/Common/CIMProperty.h>
+#include <Pegasus/Common/Exception.h>
+
+#include <cerrno>
+#include <cstdlib>
+
+#include "servers/cimhost/schema/Text.h"
+#include "servers/serving/PathForms.h"
+
+namespace cimhost {
+
+namespace {
+
+using Pegasus::CIMException;
+using Pegasus::CIMInstance;
+using Pegasus::CIMKeyBinding;
+using Pegasus::CIMObjectPath;
+using Pegasus::CIMProperty;
+using Pegasus::CIMValue;
+using Pegasus::String;
+using Pegasus::Uint32;
+
+CIMProperty makeProperty(const wire::PropertyDefinition& definition, const CIMValue& value,
+                         bool propagated) {
+    return CIMProperty(definition.name, value, definition.arraySize, definition.referenceClass,
+                       definition.classOrigin, propagated);
+}
+
+CIMObjectPath withoutOwnLocation(const CIMObjectPath& path,
+                                 const Pegasus::CIMNamespaceName& nameSpace) {
+    const bool elsewhere = !path.getNameSpace().isNull() && !path.getNameSpace().equal(nameSpace);
+    return elsewhere ? path : serving::withoutLocation(path);
+}
+
+CIMObjectPath buildPath(const wire::ClassDefinition& definition, const CIMInstance& instance) {
+    Pegasus::Array<CIMKeyBinding> keys;
+    for (const wire::PropertyDefinition& property : definition.properties) {
+        if (!property.isKey()) {
+            continue;
+        }
+        const CIMValue& value =
+            instance.getProperty(instance.findProperty(property.name)).getValue();
+        if (value.isNull() || value.isArray()) {
+            throw CIMException(Pegasus::CIM_ERR_INVALID_PARAMETER,
+                               String("the key ") + property.name.getString() + " has no value");
+        }
+        keys.append(CIMKeyBinding(property.name, value));
+    }
+    return CIMObjectPath(String(), Pegasus::CIMNamespaceName(), definition.name, keys);
+}
+
+std::string folded(const String& name) {
+    std::string text = utf8(name);
+    for (char& character : text) {
+        if (character >= 'A' && character <= 'Z') {
+            character = static_cast<char>(character - 'A' + 'a');
+        }
+    }
+    return text;
+}
+
+/// A whole number in decimal, whatever its spelling; any other text as it stands.
+std::string normalNumber(const std::string& text) {
+    const bool hexadecimal = text.find_first_of("xX") != std::string::npos &&
+                             text.find_first_of("pP.") == std::string::npos;
+    const int base = hexadecimal ? 16 : 10;
+    char* end = nullptr;
+    errno = 0;
+    if (!text.empty() && text.front() == '-') {
+        const long long value = std::strtoll(text.c_str(), &end, base);
+        return errno == 0 && *end == '\0' ? std::to_string(value) : text;
+    }
+    const unsigned long long value = std::strtoull(text.c_str(), &end, base);
+    return errno == 0 && end != text.c_str() && *end == '\0' ? std::to_string(value) : text;
+}
+
+std::string canonicalIdentity(const CIMObjectPath& path) {
+    // Lengths before the texts keep any two different lists of keys apart, whatever they contain.
+    std::string identity = folded(path.getClassName().getString());
+    const auto& keys = path.getKeyBindings();
+    for (Uint32 index = 0; index < keys.size(); ++index) {
+        const CIMKeyBinding& key = keys[index];
+        std::string value = utf8(key.getValue());
+        char type = 's';
+        switch (key.getType()) {
+            case CIMKeyBinding::NUMERIC:
+                type = 'n';
+                value = normalNumber(value);
+                break;
+            case CIMKeyBinding::BOOLEAN:
+                type = 'b';
+                value = folded(key.getValue());
+                break;
+            case CIMKeyBinding::REFERENCE:
+                type = 'r';
+                value = canonicalIdentity(CIMObjectPath(key.getValue()));
+                break;
+            default:
+                break;
+        }
+        identity += '\n';
+        identity += folded(key.getName().getString());
+        identity += type;
+        identity += std::to_string(value.size());
+        identity += ':';
+        identity += value;
+    }
+    return identity;
+}
+
+}  // namespace
+
+CIMValue storedValue(const wire::PropertyDefinition& property, const CIMValue& given,
+                     const Pegasus::CIMNamespaceName& nameSpace) {
+    if (given.getType() != property.type || given.isArray() != property.isArray) {
+        throw CIMException(Pegasus::CIM_ERR_FAILED, "type mismatch");
+    }
+    if (property.type != Pegasus::CIMTYPE_REFERENCE || given.isNull()) {
+        return given;
+    }
+    CIMObjectPath path;
+    given.get(path);
+    return CIMValue(withoutOwnLocation(path, nameSpace));
+}
+
+CIMInstance completeInstance(const wire::ClassDefinition& definition, const CIMInstance& given,
+                             const Pegasus::CIMNamespaceName& nameSpace) {
+    if (wire::isQualified(definition.qualifiers, "Abstract")) {
+        throw CIMException(Pegasus::CIM_ERR_INVALID_PARAMETER,
+                           String("the class ") + definition.name.getString() + " is abstract");
+    }
+    CIMInstance instance(definition.name);
+    for (const wire::PropertyDefinition& property : definition.properties) {
+        if (given.findProperty(property.name) == PEG_NOT_FOUND) {
+            instance.addProperty(makeProperty(property, property.defaultValue, true));
+        }
+    }
+    for (Uint32 index = 0; index < given.getPropertyCount(); ++index) {
+        const Pegasus::CIMConstProperty property = given.getProperty(index);
+        const wire::PropertyDefinition* const declared =
+            definition.findProperty(property.getName());
+        if (declared == nullptr) {
+            throw CIMException(Pegasus::CIM_ERR_FAILED,
+                               String("no such property: ") + property.getName().getString());
+        }
+        instance.addProperty(
+            makeProperty(*declared, storedValue(*declared, property.getValue(), nameSpace), false));
+    }
+    instance.setPath(buildPath(definition, instance));
+    return instance;
+}
+
+std::string instanceIdentity(const CIMObjectPath& path) {
+    return canonicalIdentity(serving::canonicalPath(path));
+}
+
+}  // namespace cimhost

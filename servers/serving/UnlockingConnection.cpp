@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#include "servers/serving/UnlockingConnection.h"
+
+#include "servers/serving/RequestScope.h"
+
+#include <utility>
+
+using namespace Pegasus;
+
+namespace serving {
+
+namespace {
+
+const OperationContext& requestContext(const OperationContext& otherwise) {
+    const RequestScope* request = RequestScope::current();
+    return request == nullptr ? otherwise : request->context();
+}
+
+}  // namespace
+
+UnlockingConnection::UnlockingConnection(std::shared_ptr<CIMOMConnection> server)
+    : server_(std::move(server)) {}
+
+Array<CIMObjectPath> UnlockingConnection::enumerateInstanceNames(const OperationContext& context,
+                                                                 const CIMNamespaceName& nameSpace,
+                                                                 const CIMName& className) {
+    const OperationContext& effective = requestContext(context);
+    const ServerCallScope outside;
+    return server_->enumerateInstanceNames(effective, nameSpace, className);
+}
+
+CIMInstance UnlockingConnection::getInstance(const OperationContext& context,
+                                             const CIMNamespaceName& nameSpace,
+                                             const CIMObjectPath& instanceName, Boolean localOnly,
+                                             Boolean includeQualifiers, Boolean includeClassOrigin,
+                                             const CIMPropertyList& propertyList) {
+    const OperationContext& effective = requestContext(context);
+    const ServerCallScope outside;
+    return server_->getInstance(effective, nameSpace, instanceName, localOnly, includeQualifiers,
+                                includeClassOrigin, propertyList);
+}
+
+void UnlockingConnection::disallowProviderUnload() {
+    const ServerCallScope outside;
+    server_->disallowProviderUnload();
+}
+
+}  // namespace serving

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: MIT
+// Host controllers are found in sysfs and in recorded lists.
+#include "servers/cimhost/machine/HostControllers.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace cimhost {
+namespace {
+
+using Names = std::vector<std::string>;
+
+/// A folder of its own, removed at the end.
+class HostControllersTest : public testing::Test {
+protected:
+    HostControllersTest() {
+        std::string pattern = testing::TempDir() + "host-controllers-XXXXXX";
+        folder_ = ::mkdtemp(pattern.data());
+    }
+    ~HostControllersTest() override { std::filesystem::remove_all(folder_); }
+
+    /// A device as sysfs shows it: a link among the devices to its place in the device tree.
+    void addDevice(const std::string& name, const std::string& place) const {
+        std::filesystem::create_directories(folder_ / "devices" / place / name);
+        std::filesystem::create_directories(folder_ / "bus/usb/devices");
+        std::filesystem::create_symlink("../../../devices/" + place + "/" + name,
+                                        folder_ / "bus/usb/devices" / name);
+    }
+
+    std::filesystem::path folder_;
+};
+
+TEST_F(HostControllersTest, AControllerIsTheParentOfItsRootHubs) {
+    addDevice("usb1", "pci0000:00/0000:00:14.0");
+    addDevice("usb2", "pci0000:00/0000:00:14.0");
+    addDevice("1-1", "pci0000:00/0000:00:14.0/usb1");
+    addDevice("1-1:1.0", "pci0000:00/0000:00:14.0/usb1/1-1");
+    addDevice("usb10", "platform/soc/fe980000.usb");
+    EXPECT_EQ(hostControllersOfMachine(folder_.string()), (Names{"0000:00:14.0", "fe980000.usb"}));
+}
+
+TEST_F(HostControllersTest, AMachineWithoutUsbHasNone) {
+    EXPECT_EQ(hostControllersOfMachine(folder_.string()), Names{});
+    EXPECT_EQ(hostControllersOfMachine("/nonexistent"), Names{});
+}
+
+TEST_F(HostControllersTest, ADanglingLinkIsPassedOver) {
+    addDevice("usb1", "pci0000:00/0000:00:14.0");
+    std::filesystem::create_symlink("../../../devices/gone/usb3", folder_ / "bus/usb/devices/usb3");
+    EXPECT_EQ(hostControllersOfMachine(folder_.string()), Names{"0000:00:14.0"});
+}
+
+TEST_F(HostControllersTest, ARootHubsSerialNumberIsItsControllersAddress) {
+    EXPECT_EQ(hostControllersOfList("T:  Bus=02 Lev=00 Prnt=00\n"
+                                    "S:  Product=EHCI Host Controller\n"
+                                    "S:  SerialNumber=0000:00:1d.7\n"
+                                    "T:  Bus=02 Lev=01 Prnt=01\n"
+                                    "S:  SerialNumber=1.2.3\n"
+                                    "\n"
+                                    "T:  Bus=01 Lev=00 Prnt=00\n"
+                                    "S:  SerialNumber=ff540000.usb\n"),
+              (Names{"0000:00:1d.7", "ff540000.usb"}));
+}
+
+TEST_F(HostControllersTest, ARootHubWithoutAddressIsNamedAfterItsBus) {
+    EXPECT_EQ(hostControllersOfList("T:  Bus=01 Lev=00 Prnt=00\nS:  SerialNumber=c4846000\n"
+                                    "T:  Bus= 3 Lev=00 Prnt=00\n"
+                                    "T:  Bus=010 Lev=00 Prnt=00\nS:  SerialNumber=a/b.c\n"
+                                    "T:  Bus=00 Lev=00 Prnt=00\n"),
+              (Names{"usb1", "usb3", "usb10", "usb0"}));
+}
+
+TEST_F(HostControllersTest, AnAddressCountsOnce) {
+    EXPECT_EQ(hostControllersOfList("T:  Bus=01 Lev=00\nS:  SerialNumber=0000:00:14.0\n"
+                                    "T:  Bus=02 Lev=00\nS:  SerialNumber=0000:00:14.0\n"),
+              Names{"0000:00:14.0"});
+}
+
+TEST_F(HostControllersTest, AListWithoutRootHubHasOneControllerAllTheSame) {
+    EXPECT_EQ(hostControllersOfList(""), Names{"usbhc0"});
+    EXPECT_EQ(hostControllersOfList("T:  Bus=01 Lev=01 Prnt=01\nS:  SerialNumber=0000:00:1d.7"),
+              Names{"usbhc0"});
+    EXPECT_EQ(hostControllersOfList("S:  SerialNumber=0000:00:1d.7\n\n\n"), Names{"usbhc0"});
+}
+
+TEST_F(HostControllersTest, AFileIsReadUpToItsLimit) {
+    const std::string file = (folder_ / "list").string();
+    std::string list = "T:  Bus=01 Lev=00\n";
+    list.resize(std::size_t{1} << 20, ' ');
+    std::ofstream(file) << list;
+    EXPECT_EQ(hostControllersOfFile(file), Names{"usb1"});
+    std::ofstream(file, std::ios::app) << ' ';
+    EXPECT_EQ(hostControllersOfFile(file), Names{"usbhc0"}) << "one byte too many";
+    EXPECT_EQ(hostControllersOfFile("/nonexistent"), Names{"usbhc0"});
+}
+
+TEST_F(HostControllersTest, APipeIsLeftForTheProvider) {
+    const std::string pipe = (folder_ / "pipe").string();
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(hostControllersOfFile(pipe), Names{"usbhc0"}) << "and does not wait for a writer";
+}
+
+}  // namespace
+}  // namespace cimhost

@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+#include "wire/http/SocketStream.h"
+
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <optional>
+#include <string>
+#include <thread>
+
+using namespace wire;
+using std::chrono::milliseconds;
+
+namespace {
+
+/// A stream and the other end of its connection.
+class SocketStreamTest : public testing::Test {
+protected:
+    SocketStreamTest() {
+        std::array<int, 2> ends{};
+        EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
+        stream_.emplace(ends[0], milliseconds(10));
+        peer_ = ends[1];
+    }
+    ~SocketStreamTest() override { closePeer(); }
+
+    void closePeer() {
+        if (peer_ >= 0) {
+            close(peer_);
+            peer_ = -1;
+        }
+    }
+
+    std::string read() {
+        std::array<char, 16> buffer{};
+        return {buffer.data(), stream_->read(buffer.data(), buffer.size())};
+    }
+
+    std::optional<StreamEnd> endOfRead() {
+        try {
+            read();
+            return std::nullopt;
+        } catch (const StreamEnded& end) {
+            return end.why;
+        }
+    }
+
+    std::optional<SocketStream> stream_;
+    int peer_ = -1;
+};
+
+}  // namespace
+
+TEST_F(SocketStreamTest, readsWhatIsThere) {
+    ASSERT_EQ(send(peer_, "abc", 3, 0), 3);
+    EXPECT_EQ(read(), "abc");
+}
+
+TEST_F(SocketStreamTest, tellsTheEndFromTheDeadline) {
+    stream_->setDeadline(milliseconds(30));
+    EXPECT_EQ(endOfRead(), StreamEnd::timeout);
+    stream_->setDeadline(milliseconds(10'000));
+    closePeer();
+    EXPECT_EQ(endOfRead(), StreamEnd::closed);
+}
+
+TEST_F(SocketStreamTest, aPeerThatDripsDoesNotMoveTheDeadline) {
+    std::thread dripping([this] {
+        while (send(peer_, "x", 1, MSG_NOSIGNAL) == 1) {
+            std::this_thread::sleep_for(milliseconds(5));
+        }
+    });
+    stream_->setDeadline(milliseconds(100));
+    const auto start = SocketStream::Clock::now();
+    try {
+        while (true) {
+            read();
+        }
+    } catch (const StreamEnded& end) {
+        EXPECT_EQ(end.why, StreamEnd::timeout);
+    }
+    EXPECT_LT(SocketStream::Clock::now() - start, std::chrono::seconds(5));
+    stream_.reset();
+    dripping.join();
+}
+
+TEST_F(SocketStreamTest, aPeerThatDoesNotReadEndsAtTheDeadline) {
+    const std::string large(16UL * 1024 * 1024, 'x');
+    stream_->setDeadline(milliseconds(50));
+    try {
+        stream_->write("head", large);
+        FAIL();
+    } catch (const StreamEnded& end) {
+        EXPECT_EQ(end.why, StreamEnd::timeout);
+    }
+}
+
+TEST_F(SocketStreamTest, writesBothPartsWhole) {
+    const std::string head(100'000, 'h');
+    const std::string body(900'000, 'b');
+    std::string received;
+    std::thread reading([&] {
+        std::array<char, 4096> buffer{};
+        for (ssize_t count = 0; (count = recv(peer_, buffer.data(), buffer.size(), 0)) > 0;) {
+            received.append(buffer.data(), static_cast<std::size_t>(count));
+        }
+    });
+    stream_->write(head, body);
+    stream_.reset();
+    reading.join();
+    EXPECT_TRUE(received == head + body);
+}
+
+TEST_F(SocketStreamTest, writingToNobodyFails) {
+    closePeer();
+    try {
+        stream_->write("x");
+        stream_->write("x");
+        FAIL();
+    } catch (const StreamEnded& end) {
+        EXPECT_EQ(end.why, StreamEnd::failed);
+    }
+}
+
+TEST_F(SocketStreamTest, noticesThatThePeerHasClosedOrSpoken) {
+    EXPECT_FALSE(stream_->isStale());
+    ASSERT_EQ(send(peer_, "x", 1, 0), 1);
+    EXPECT_TRUE(stream_->isStale());
+    EXPECT_EQ(read(), "x");
+    EXPECT_FALSE(stream_->isStale());
+    closePeer();
+    EXPECT_TRUE(stream_->isStale());
+}
+
+TEST_F(SocketStreamTest, drainReadsUntilThePeerCloses) {
+    ASSERT_EQ(send(peer_, "rest", 4, 0), 4);
+    std::thread closing([this] {
+        std::array<char, 1> buffer{};
+        EXPECT_EQ(recv(peer_, buffer.data(), buffer.size(), 0), 0) << "the sending side is closed";
+        closePeer();
+    });
+    stream_->setDeadline(milliseconds(10'000));
+    stream_->drain();
+    closing.join();
+    EXPECT_EQ(endOfRead(), StreamEnd::closed);
+}

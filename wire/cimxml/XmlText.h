@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+// Text in XML: how characters are written and read, so that what goes out comes back.
+// Functions without state; any thread may call them.
+#pragma once
+
+#include <Pegasus/Common/String.h>
+
+#include <string>
+#include <string_view>
+
+namespace wire {
+
+/// Appends `text` as it may stand in an element or in an attribute of either quote:
+/// 1. & < > " ' become the predefined entities.
+/// 2. The control characters 1 to 31 and 127 become numeric references.
+/// 3. A space that is first, last or follows a space written plainly becomes "&#32;", since readers
+///    drop white space at the ends.
+/// 4. What XML cannot carry (NUL, half a surrogate pair, U+FFFE and U+FFFF) becomes U+FFFD.
+/// 5. Everything else is UTF-8.
+void appendText(std::string& out, const Pegasus::String& text);
+
+/// The same for text that is UTF-8 already. Bytes that are not UTF-8 are passed on.
+void appendText(std::string& out, std::string_view utf8);
+
+/// Appends ` name="text"`.
+void appendAttribute(std::string& out, std::string_view name, std::string_view utf8);
+void appendAttribute(std::string& out, std::string_view name, const Pegasus::String& text);
+
+/// Appends what raw text of a document stands for: the predefined entities and numeric references
+/// are replaced, everything else is taken as it is. Throws XmlError (notWellFormed) for any other
+/// reference, and for one to a character that XML cannot carry; control characters other than NUL
+/// are taken, since servers send them.
+void appendDecoded(std::string& out, std::string_view raw);
+
+/// Appends one character as UTF-8.
+void appendUtf8(std::string& out, char32_t character);
+
+/// Whether all of `text` is UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
+bool isUtf8(std::string_view text);
+
+/// UTF-8 of a string, for messages and headers; half a surrogate pair, U+FFFE and U+FFFF become
+/// U+FFFD.
+std::string toUtf8(const Pegasus::String& text);
+
+/// A string of UTF-8. Throws XmlError (notWellFormed) for bytes that are not UTF-8.
+Pegasus::String fromUtf8(std::string_view utf8);
+
+}  // namespace wire

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: MIT
+// A client of CIM servers.
+#include "wire/client/CimClient.h"
+
+#include <Pegasus/Common/Exception.h>
+
+#include <utility>
+
+#include "wire/cimxml/CimResponse.h"
+#include "wire/cimxml/ObjectReader.h"
+#include "wire/cimxml/RequestWriter.h"
+#include "wire/cimxml/ValueText.h"
+#include "wire/cimxml/XmlDocument.h"
+#include "wire/cimxml/XmlError.h"
+#include "wire/cimxml/XmlText.h"
+#include "wire/http/BasicAuthentication.h"
+#include "wire/http/PercentEncoding.h"
+
+namespace wire {
+
+namespace {
+
+using Pegasus::Array;
+using Pegasus::CIMInstance;
+using Pegasus::CIMName;
+using Pegasus::CIMNamespaceName;
+using Pegasus::CIMObjectPath;
+using Pegasus::CIMPropertyList;
+
+// An answer may hold every result that a server keeps: as much as the HTTP limit lets through.
+constexpr XmlLimits answerLimits{64, 4'000'000, 64};
+
+/// What is inside each element of the results: of OBJECTPATH the path, otherwise the element.
+XmlElement unwrapped(XmlElement element) {
+    return element.name() == "OBJECTPATH" ? onlyChild(element) : element;
+}
+
+Array<CIMObjectPath> readPaths(const CimResponse& response) {
+    Array<CIMObjectPath> paths;
+    for (const XmlElement element : response.results) {
+        paths.append(readPath(unwrapped(element)));
+    }
+    return paths;
+}
+
+Array<CIMInstance> readInstances(const CimResponse& response) {
+    Array<CIMInstance> instances;
+    for (const XmlElement element : response.results) {
+        instances.append(readInstanceWithPath(element));
+    }
+    return instances;
+}
+
+/// Servers that answer in chunks send an error behind the answer, in the trailer.
+void throwErrorOfTrailer(const HttpResponse& response) {
+    const auto code = findField(response.fields, "CIMStatusCode");
+    if (!code || *code == "0") {
+        return;
+    }
+    Pegasus::Uint32 status = Pegasus::CIM_ERR_FAILED;
+    parseValue(Pegasus::CIMTYPE_UINT32, *code).get(status);
+    const std::string text =
+        percentDecoded(findField(response.fields, "CIMStatusCodeDescription").value_or(""));
+    throw Pegasus::CIMException(static_cast<Pegasus::CIMStatusCode>(status), fromUtf8(text));
+}
+
+std::string refusalText(const HttpResponse& response) {
+    std::string text = "the server answers " + std::to_string(response.status) + " " +
+                       std::string(reasonPhrase(response.status));
+    if (response.status == 401) {
+        text += ": it wants other credentials";
+    }
+    for (const char* field : {"CIMError", "PGErrorDetail"}) {
+        if (const auto value = findField(response.fields, field)) {
+            text += ": " + percentDecoded(*value);
+        }
+    }
+    return text;
+}
+
+}  // namespace
+
+CimClient::CimClient(const ServerUrl& url, const HttpClientLimits& limits)
+    : url_(url.withoutCredentials()),
+      authorization_(url.userAndPassword.empty() ? std::string()
+                                                 : basicAuthorization(url.userAndPassword)),
+      http_(url.host, url.port, limits) {}
+
+void CimClient::fail(const std::string& what) const {
+    throw ClientError(url_ + ": " + what);
+}
+
+std::string CimClient::nextMessageId() {
+    return std::to_string(++lastMessage_);
+}
+
+std::string CimClient::exchange(const std::string& method, const std::string& object,
+                                std::string body) {
+    HttpRequest request;
+    request.method = "POST";
+    request.target = "/cimom";
+    request.fields = {{"Content-Type", "application/xml; charset=\"utf-8\""},
+                      {"CIMProtocolVersion", "1.0"},
+                      {"CIMOperation", "MethodCall"},
+                      {"CIMMethod", percentEncoded(method)},
+                      {"CIMObject", percentEncoded(object)}};
+    if (!authorization_.empty()) {
+        request.fields.push_back({"Authorization", authorization_});
+    }
+    request.body = std::move(body);
+    HttpResponse response = http_.exchange(request);
+    if (response.status != 200) {
+        fail(refusalText(response));
+    }
+    throwErrorOfTrailer(response);
+    return std::move(response.body);
+}
+
+template <typename Ask>
+auto CimClient::guarded(Ask ask) {
+    try {
+        return ask();
+    } catch (const HttpError& error) {
+        fail(error.what());
+    } catch (const XmlError& error) {
+        fail(std::string("the answer is not CIM-XML: ") + error.what());
+    } catch (const MalformedValue& error) {
+        fail(std::string("the answer is not CIM-XML: ") + error.what());
+    }
+}
+
+/// One operation: writes its request, sends it, has the answer read.
+class CimClient::OperationRequest {
+public:
+    OperationRequest(CimClient& client, std::string operation, const CIMNamespaceName& nameSpace)
+        : client_(client),
+          operation_(std::move(operation)),
+          nameSpace_(toUtf8(nameSpace.getString())),
+          writer_(client.nextMessageId(), operation_, nameSpace) {}
+
+    OperationRequestWriter& writer() { return writer_; }
+
+    /// `read` gets the Response; what it returns must not refer to it.
+    template <typename Read>
+    auto send(Read read) {
+        return client_.guarded([&] {
+            const XmlDocument answer(client_.exchange(operation_, nameSpace_, writer_.finish()),
+                                     answerLimits);
+            return read(readResponse(answer));
+        });
+    }
+
+private:
+    CimClient& client_;
+    std::string operation_;
+    std::string nameSpace_;
+    OperationRequestWriter writer_;
+};
+
+CIMInstance CimClient::getInstance(const CIMNamespaceName& nameSpace,
+                                   const CIMObjectPath& instanceName,
+                                   const CIMPropertyList& properties) {
+    OperationRequest request(*this, "GetInstance", nameSpace);
+    request.writer().instanceName("InstanceName", instanceName);
+    request.writer().boolean("LocalOnly", false);
+    request.writer().propertyList(properties);
+    return request.send([&](const CimResponse& response) {
+        CIMInstance instance =
+            readInstance(expectElement(response.results, "IRETURNVALUE").firstChild());
+        CIMObjectPath path = instanceName;
+        path.setClassName(instance.getClassName());
+        instance.setPath(path);
+        return instance;
+    });
+}
+
+Array<CIMInstance> CimClient::enumerateInstances(const CIMNamespaceName& nameSpace,
+                                                 const CIMName& className,
+                                                 const CIMPropertyList& properties) {
+    OperationRequest request(*this, "EnumerateInstances", nameSpace);
+    request.writer().className("ClassName", className);
+    request.writer().boolean("LocalOnly", false);
+    request.writer().boolean("DeepInheritance", true);
+    request.writer().propertyList(properties);
+    return request.send(readInstances);
+}
+
+Array<CIMObjectPath> CimClient::enumerateInstanceNames(const CIMNamespaceName& nameSpace,
+                                                       const CIMName& className) {
+    OperationRequest request(*this, "EnumerateInstanceNames", nameSpace);
+    request.writer().className("ClassName", className);
+    return request.send(readPaths);
+}
+
+Array<CIMObjectPath> CimClient::associatorNames(const CIMNamespaceName& nameSpace,
+                                                const CIMObjectPath& objectName) {
+    OperationRequest request(*this, "AssociatorNames", nameSpace);
+    request.writer().instanceName("ObjectName", objectName);
+    return request.send(readPaths);
+}
+
+MethodResult CimClient::invokeMethod(const CIMNamespaceName& nameSpace,
+                                     const CIMObjectPath& objectName, const CIMName& methodName,
+                                     const Array<Pegasus::CIMParamValue>& inParameters) {
+    const CIMObjectPath local(Pegasus::String(), nameSpace, objectName.getClassName(),
+                              objectName.getKeyBindings());
+    return guarded([&] {
+        const XmlDocument answer(exchange(toUtf8(methodName.getString()), toUtf8(local.toString()),
+                                          writeMethodRequest(nextMessageId(), methodName, nameSpace,
+                                                             objectName, inParameters)),
+                                 answerLimits);
+        const CimResponse response = readResponse(answer);
+        MethodResult result;
+        result.outParameters = response.outParameters;
+        if (response.returnValue) {
+            result.returnValue = readReturnValue(response.returnValue);
+        }
+        return result;
+    });
+}
+
+}  // namespace wire

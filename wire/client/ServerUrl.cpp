@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+// Where a CIM server is, as people write it.
+#include "wire/client/ServerUrl.h"
+
+#include <charconv>
+#include <stdexcept>
+#include <string_view>
+
+#include "wire/http/PercentEncoding.h"
+
+namespace wire {
+
+namespace {
+
+constexpr std::string_view scheme = "http://";
+
+/// The message does not repeat the URL, which may hold a password.
+[[noreturn]] void fail(const std::string& what) {
+    throw std::invalid_argument(
+        "the URL of a CIM server reads http://[user:password@]host[:port]: " + what);
+}
+
+std::uint16_t parsePort(std::string_view text) {
+    std::uint16_t port = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, port);
+    if (error != std::errc() || rest != end || port == 0) {
+        fail("\"" + std::string(text) + "\" is not a port");
+    }
+    return port;
+}
+
+}  // namespace
+
+ServerUrl ServerUrl::parse(const std::string& url) {
+    std::string_view rest = url;
+    if (rest.substr(0, 8) == "https://") {
+        fail("https is not supported; reach a remote server through a tunnel (ssh -L)");
+    }
+    if (rest.substr(0, scheme.size()) != scheme) {
+        fail("it must begin with http://");
+    }
+    rest.remove_prefix(scheme.size());
+    const std::size_t slash = rest.find('/');
+    if (slash != std::string_view::npos && slash + 1 != rest.size()) {
+        fail("nothing is expected after the port");
+    }
+    rest = rest.substr(0, slash);
+
+    ServerUrl result;
+    if (const std::size_t at = rest.rfind('@'); at != std::string_view::npos) {
+        result.userAndPassword = percentDecoded(rest.substr(0, at));
+        if (result.userAndPassword.find(':') == std::string::npos) {
+            fail("a user is given without a password");
+        }
+        rest.remove_prefix(at + 1);
+    }
+    std::string_view afterHost;
+    if (!rest.empty() && rest.front() == '[') {
+        const std::size_t bracket = rest.find(']');
+        if (bracket == std::string_view::npos) {
+            fail("the \"[\" is not closed");
+        }
+        result.host = rest.substr(1, bracket - 1);
+        afterHost = rest.substr(bracket + 1);
+    } else {
+        const std::size_t colon = rest.find(':');
+        result.host = rest.substr(0, colon);
+        afterHost = colon == std::string_view::npos ? std::string_view() : rest.substr(colon);
+    }
+    if (result.host.empty()) {
+        fail("the host is missing");
+    }
+    if (!afterHost.empty()) {
+        if (afterHost.front() != ':') {
+            fail("a port is expected after the \"]\"");
+        }
+        result.port = parsePort(afterHost.substr(1));
+    }
+    return result;
+}
+
+std::string ServerUrl::withoutCredentials() const {
+    const bool isIpv6 = host.find(':') != std::string::npos;
+    return std::string(scheme) + (isIpv6 ? "[" + host + "]" : host) + ":" + std::to_string(port);
+}
+
+}  // namespace wire

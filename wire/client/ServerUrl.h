@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// Where a CIM server is, as people write it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace wire {
+
+/// http://[user:password@]host[:port][/]
+struct ServerUrl {
+    /// Percent-encoding in user and password is undone; the port is 5988 where none is given; an
+    /// IPv6 address stands in brackets. Throws std::invalid_argument, with a message for the user,
+    /// for anything else.
+    static ServerUrl parse(const std::string& url);
+
+    /// The URL again, without the credentials: for messages.
+    std::string withoutCredentials() const;
+
+    std::string host;
+    std::uint16_t port = 5988;
+    std::string userAndPassword;  ///< "user:password"; empty where none is given
+};
+
+}  // namespace wire

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// Requests and responses of HTTP as plain values.
+#include "wire/http/HttpMessage.h"
+
+#include <algorithm>
+
+namespace wire {
+
+namespace {
+
+char lowered(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+}  // namespace
+
+bool equalIgnoringCase(std::string_view left, std::string_view right) {
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](char a, char b) { return lowered(a) == lowered(b); });
+}
+
+std::optional<std::string> findField(const HttpFields& fields, std::string_view name) {
+    std::optional<std::string> value;
+    for (const HttpField& field : fields) {
+        if (!equalIgnoringCase(field.name, name)) {
+            continue;
+        }
+        if (value) {
+            *value += ", " + field.value;
+        } else {
+            value = field.value;
+        }
+    }
+    return value;
+}
+
+std::string_view reasonPhrase(unsigned status) {
+    switch (status) {
+        case 200:
+            return "OK";
+        case 400:
+            return "Bad Request";
+        case 401:
+            return "Unauthorized";
+        case 405:
+            return "Method Not Allowed";
+        case 408:
+            return "Request Timeout";
+        case 411:
+            return "Length Required";
+        case 413:
+            return "Payload Too Large";
+        case 417:
+            return "Expectation Failed";
+        case 431:
+            return "Request Header Fields Too Large";
+        case 500:
+            return "Internal Server Error";
+        case 501:
+            return "Not Implemented";
+        case 503:
+            return "Service Unavailable";
+        case 505:
+            return "HTTP Version Not Supported";
+        default:
+            return "Unknown";
+    }
+}
+
+}  // namespace wire

@@ -1,0 +1,543 @@
+// SPDX-License-Identifier: MIT
+// An HTTP server for a few clients on the same machine.
+#include "wire/http/HttpServer.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/string_body.hpp>
+#include <cerrno>
+#include <condition_variable>
+#include <list>
+#include <mutex>
+#include <set>
+#include <system_error>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "wire/http/SocketStream.h"
+
+namespace wire {
+
+namespace {
+
+namespace http = boost::beast::http;
+using boost::beast::error_code;
+using std::chrono::milliseconds;
+
+// How long a client that was refused is given to take note of it.
+constexpr milliseconds lingerTime{1000};
+
+/// What connections and listener share.
+struct Shared {
+    Shared(HttpHandler handler, const HttpLimits& limits)
+        : handler(std::move(handler)), limits(limits) {}
+
+    const HttpHandler handler;
+    const HttpLimits limits;
+
+    std::mutex mutex;
+    std::condition_variable connectionEnded;
+    std::set<int> connections;  // descriptors; guarded by mutex
+};
+
+/// How late a deadline is noticed: at most a second, and a fraction of the shortest limit.
+milliseconds precisionFor(const HttpLimits& limits) {
+    const milliseconds shortest =
+        std::min({limits.requestTime, limits.idleTime, limits.responseTime});
+    return std::clamp<milliseconds>(shortest / 4, milliseconds(10), milliseconds(1000));
+}
+
+void appendHead(std::string& out, const HttpResponse& response, std::string_view connection) {
+    out += "HTTP/1.1 ";
+    out += std::to_string(response.status);
+    out += ' ';
+    out += reasonPhrase(response.status);
+    out += "\r\n";
+    for (const HttpField& field : response.fields) {
+        out += field.name;
+        out += ": ";
+        out += field.value;
+        out += "\r\n";
+    }
+    if (!connection.empty()) {
+        out += "Connection: ";
+        out += connection;
+        out += "\r\n";
+    }
+    out += "Content-Length: ";
+    out += std::to_string(response.body.size());
+    out += "\r\n\r\n";
+}
+
+/// A request that ends the connection: answered by this status.
+struct Refusal {
+    unsigned status;
+};
+
+unsigned statusOf(const error_code& error) {
+    if (error == http::error::body_limit) {
+        return 413;
+    }
+    if (error == http::error::header_limit || error == http::error::buffer_overflow) {
+        return 431;
+    }
+    return error == http::error::bad_version ? 505 : 400;
+}
+
+/// One client, from its first request to its last.
+class Connection {
+public:
+    Connection(Shared& shared, int descriptor)
+        : shared_(shared),
+          limits_(shared.limits),
+          stream_(descriptor, precisionFor(shared.limits)),
+          buffer_(limits_.headerBytes + chunk) {}
+
+    void serve() {
+        try {
+            while (serveRequest()) {
+            }
+        } catch (const Refusal& refusal) {
+            refuse(refusal.status);
+        } catch (const StreamEnded&) {
+            // The client is gone, or has been silent for too long.
+        }
+    }
+
+private:
+    using Parser = http::request_parser<http::string_body>;
+
+    static constexpr std::size_t chunk = 16UL * 1024;
+
+    /// Returns whether the connection lives on.
+    bool serveRequest() {
+        awaitRequest();
+        Parser parser;
+        try {
+            readHead(parser);
+            readBody(parser);
+        } catch (const StreamEnded& end) {
+            // What was cut off is answered, for a client that closed its sending side only.
+            throw Refusal{end.why == StreamEnd::timeout ? 408U : 400U};
+        }
+        const bool keepAlive = parser.get().keep_alive();
+        const bool http10 = parser.get().version() == 10;
+        HttpResponse response = respond(takeRequest(parser));
+        std::string_view connection;
+        if (!keepAlive) {
+            connection = "close";
+        } else if (http10) {
+            connection = "keep-alive";
+        }
+        std::string head;
+        appendHead(head, response, connection);
+        stream_.setDeadline(limits_.responseTime);
+        stream_.write(head, response.body);
+        return keepAlive;
+    }
+
+    HttpResponse respond(HttpRequest&& request) {
+        try {
+            return shared_.handler(std::move(request));
+        } catch (...) {
+            return {500, {}, {}};
+        }
+    }
+
+    void refuse(unsigned status) {
+        try {
+            std::string head;
+            appendHead(head, {status, {}, {}}, "close");
+            stream_.setDeadline(lingerTime);
+            stream_.write(head);
+            stream_.drain();
+        } catch (const StreamEnded&) {
+            // Nobody is there to be told.
+        }
+    }
+
+    /// Waits for the first byte of a request, then gives it its deadline. Empty lines in front of a
+    /// request are passed over, as HTTP advises.
+    void awaitRequest() {
+        stream_.setDeadline(limits_.idleTime);
+        while (true) {
+            while (buffer_.size() > 0 && (here() == '\r' || here() == '\n')) {
+                buffer_.consume(1);
+            }
+            if (buffer_.size() > 0) {
+                break;
+            }
+            readMore();
+        }
+        stream_.setDeadline(limits_.requestTime);
+    }
+
+    char here() const { return *static_cast<const char*>(buffer_.data().data()); }
+
+    void readMore() {
+        const std::size_t room = std::min(chunk, buffer_.max_size() - buffer_.size());
+        if (room == 0) {
+            // Only a header or a line between chunks can fill the buffer without being complete.
+            throw Refusal{431};
+        }
+        const auto space = buffer_.prepare(room);
+        buffer_.commit(stream_.read(static_cast<char*>(space.data()), space.size()));
+    }
+
+    void readHead(Parser& parser) {
+        // The limit is kept here, for the request line and all fields together; that of the parser
+        // is for each of them.
+        parser.header_limit(static_cast<std::uint32_t>(limits_.headerBytes + 1));
+        parser.body_limit(limits_.bodyBytes);
+        std::size_t consumed = 0;
+        while (true) {
+            consumed += put(parser);
+            const bool done = parser.is_header_done();
+            if (consumed + (done ? 0 : buffer_.size()) > limits_.headerBytes) {
+                throw Refusal{431};
+            }
+            if (done) {
+                break;
+            }
+            readMore();
+        }
+        meetExpectation(parser);
+    }
+
+    void readBody(Parser& parser) {
+        parser.eager(true);
+        while (!parser.is_done()) {
+            if (buffer_.size() == 0) {
+                readMore();
+            }
+            if (put(parser) == 0 && !parser.is_done()) {
+                readMore();
+            }
+        }
+    }
+
+    /// Hands the parser what is there; returns how many bytes it took.
+    std::size_t put(Parser& parser) {
+        if (buffer_.size() == 0) {
+            return 0;
+        }
+        error_code error;
+        const std::size_t taken = parser.put(buffer_.data(), error);
+        buffer_.consume(taken);
+        if (error && error != http::error::need_more) {
+            throw Refusal{statusOf(error)};
+        }
+        return taken;
+    }
+
+    void meetExpectation(const Parser& parser) {
+        const auto expectation = parser.get().find(http::field::expect);
+        if (expectation == parser.get().end()) {
+            return;
+        }
+        const auto value = expectation->value();
+        if (!equalIgnoringCase({value.data(), value.size()}, "100-continue")) {
+            throw Refusal{417};
+        }
+        if (buffer_.size() == 0 && parser.get().version() > 10) {
+            stream_.write("HTTP/1.1 100 Continue\r\n\r\n");
+        }
+    }
+
+    static HttpRequest takeRequest(Parser& parser) {
+        auto message = parser.release();
+        const auto text = [](boost::beast::string_view view) {
+            return std::string(view.data(), view.size());
+        };
+        HttpRequest request;
+        request.method = text(message.method_string());
+        request.target = text(message.target());
+        request.http10 = message.version() == 10;
+        request.fields.reserve(16);
+        for (const auto& field : message) {
+            request.fields.push_back({text(field.name_string()), text(field.value())});
+        }
+        request.body = std::move(message.body());
+        return request;
+    }
+
+    Shared& shared_;
+    const HttpLimits& limits_;
+    SocketStream stream_;
+    boost::beast::flat_buffer buffer_;
+};
+
+/// The body of a connection's thread. The descriptor leaves the set before it is closed, so that
+/// nobody shuts down its successor of the same number.
+void serveConnection(const std::shared_ptr<Shared>& shared, int descriptor) {
+    {
+        Connection connection(*shared, descriptor);
+        connection.serve();
+        const std::lock_guard lock(shared->mutex);
+        shared->connections.erase(descriptor);
+    }
+    shared->connectionEnded.notify_all();
+}
+
+/// A descriptor that closes itself.
+class Descriptor {
+public:
+    explicit Descriptor(int number) : number_(number) {}
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(number_, other.number_);
+        return *this;
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (number_ >= 0) {
+            close(number_);
+        }
+    }
+
+    int number() const { return number_; }
+    int release() { return std::exchange(number_, -1); }
+
+private:
+    int number_;
+};
+
+/// The socket address of a listening address.
+struct SocketAddress {
+    explicit SocketAddress(const ListenAddress& address) {
+        if (address.isIpv6()) {
+            sockaddr_in6 in6{};
+            in6.sin6_family = AF_INET6;
+            in6.sin6_port = htons(address.port());
+            in6.sin6_addr = in6addr_loopback;
+            set(in6);
+        } else {
+            sockaddr_in in4{};
+            in4.sin_family = AF_INET;
+            in4.sin_port = htons(address.port());
+            inet_pton(AF_INET, address.address().c_str(), &in4.sin_addr);
+            set(in4);
+        }
+    }
+
+    template <typename T>
+    void set(const T& value) {
+        static_assert(sizeof value <= sizeof storage);
+        std::copy_n(reinterpret_cast<const char*>(&value), sizeof value,
+                    reinterpret_cast<char*>(&storage));
+        size = sizeof value;
+    }
+
+    sockaddr* get() { return reinterpret_cast<sockaddr*>(&storage); }
+
+    sockaddr_storage storage{};
+    socklen_t size = 0;
+};
+
+Descriptor listenAt(const ListenAddress& address) {
+    const auto fail = [&](const char* what) {
+        throw std::system_error(errno, std::generic_category(),
+                                std::string(what) + " " + address.address() + " port " +
+                                    std::to_string(address.port()));
+    };
+    SocketAddress where(address);
+    Descriptor socket(::socket(where.storage.ss_family, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    if (socket.number() < 0) {
+        fail("cannot make a socket for");
+    }
+    const int yes = 1;
+    setsockopt(socket.number(), SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    if (bind(socket.number(), where.get(), where.size) != 0) {
+        fail("cannot listen at");
+    }
+    if (listen(socket.number(), SOMAXCONN) != 0) {
+        fail("cannot listen at");
+    }
+    return socket;
+}
+
+std::uint16_t portOf(const Descriptor& socket) {
+    sockaddr_storage address{};
+    socklen_t size = sizeof address;
+    getsockname(socket.number(), reinterpret_cast<sockaddr*>(&address), &size);
+    return ntohs(address.ss_family == AF_INET6
+                     ? reinterpret_cast<const sockaddr_in6&>(address).sin6_port
+                     : reinterpret_cast<const sockaddr_in&>(address).sin_port);
+}
+
+/// Clients beyond the limit, until they have taken note of it.
+class TurnedAway {
+public:
+    void add(Descriptor client) {
+        std::string head;
+        appendHead(head, {503, {{"Retry-After", "1"}}, {}}, "close");
+        send(client.number(), head.data(), head.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+        shutdown(client.number(), SHUT_WR);
+        if (clients_.size() >= mostWaiting) {
+            clients_.pop_front();
+        }
+        clients_.push_back({std::move(client), SocketStream::Clock::now() + lingerTime});
+    }
+
+    void appendTo(std::vector<pollfd>& polled) const {
+        for (const Client& client : clients_) {
+            polled.push_back({client.socket.number(), POLLIN, 0});
+        }
+    }
+
+    /// Milliseconds until the next has waited long enough; -1 if there is none.
+    int patience() const {
+        if (clients_.empty()) {
+            return -1;
+        }
+        const auto left = std::chrono::duration_cast<milliseconds>(clients_.front().until -
+                                                                   SocketStream::Clock::now());
+        return std::max(0, static_cast<int>(left.count()) + 1);
+    }
+
+    /// Drops what clients still send, and lets go of those that closed or have waited long enough.
+    void look() {
+        const auto now = SocketStream::Clock::now();
+        clients_.remove_if([&](const Client& client) {
+            std::array<char, 4096> dropped{};
+            const ssize_t count =
+                recv(client.socket.number(), dropped.data(), dropped.size(), MSG_DONTWAIT);
+            const bool closed = count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR);
+            return closed || now >= client.until;
+        });
+    }
+
+private:
+    static constexpr std::size_t mostWaiting = 64;
+
+    struct Client {
+        Descriptor socket;
+        SocketStream::Clock::time_point until;
+    };
+
+    std::list<Client> clients_;
+};
+
+}  // namespace
+
+/// Takes connections in, on a thread of its own.
+class HttpServer::Listener {
+public:
+    Listener(const ListenAddress& address, HttpHandler handler, const HttpLimits& limits)
+        : shared_(std::make_shared<Shared>(std::move(handler), limits)),
+          socket_(listenAt(address)),
+          wake_(eventfd(0, EFD_CLOEXEC)),
+          port_(portOf(socket_)),
+          url_(std::string("http://") + (address.isIpv6() ? "[::1]" : address.address()) + ":" +
+               std::to_string(port_)),
+          thread_([this] { run(); }) {}
+
+    ~Listener() { stop(milliseconds(0)); }
+
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+
+    std::uint16_t port() const { return port_; }
+    const std::string& url() const { return url_; }
+
+    bool stop(milliseconds grace) {
+        if (thread_.joinable()) {
+            eventfd_write(wake_.number(), 1);
+            thread_.join();
+            socket_ = Descriptor(-1);
+        }
+        std::unique_lock lock(shared_->mutex);
+        for (const int connection : shared_->connections) {
+            // An answer can still be written; the next request is the end of the connection.
+            shutdown(connection, SHUT_RD);
+        }
+        return shared_->connectionEnded.wait_for(lock, grace,
+                                                 [&] { return shared_->connections.empty(); });
+    }
+
+private:
+    void run() {
+        std::vector<pollfd> polled;
+        while (true) {
+            polled.assign({{wake_.number(), POLLIN, 0}, {socket_.number(), POLLIN, 0}});
+            turnedAway_.appendTo(polled);
+            poll(polled.data(), polled.size(), turnedAway_.patience());
+            if (polled[0].revents != 0) {
+                return;
+            }
+            turnedAway_.look();
+            if (polled[1].revents != 0) {
+                takeIn();
+            }
+        }
+    }
+
+    void takeIn() {
+        Descriptor client(accept4(socket_.number(), nullptr, nullptr, SOCK_CLOEXEC));
+        if (client.number() < 0) {
+            if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
+                // The client stays in the queue; asking for it at once again would only burn time.
+                pollfd wake{wake_.number(), POLLIN, 0};
+                constexpr int pause = 100;
+                poll(&wake, 1, pause);
+            }
+            return;
+        }
+        {
+            const std::lock_guard lock(shared_->mutex);
+            if (shared_->connections.size() < shared_->limits.connections) {
+                shared_->connections.insert(client.number());
+            } else {
+                turnedAway_.add(std::move(client));
+                return;
+            }
+        }
+        try {
+            std::thread(serveConnection, shared_, client.number()).detach();
+            client.release();
+        } catch (const std::system_error&) {
+            // No thread is to be had.
+            const std::lock_guard lock(shared_->mutex);
+            shared_->connections.erase(client.number());
+            turnedAway_.add(std::move(client));
+        }
+    }
+
+    const std::shared_ptr<Shared> shared_;
+    Descriptor socket_;
+    Descriptor wake_;
+    std::uint16_t port_;
+    std::string url_;
+    TurnedAway turnedAway_;  // the listener's thread only
+    std::thread thread_;
+};
+
+HttpServer::HttpServer(const ListenAddress& address, HttpHandler handler, const HttpLimits& limits)
+    : listener_(std::make_unique<Listener>(address, std::move(handler), limits)) {}
+
+HttpServer::~HttpServer() = default;
+
+std::uint16_t HttpServer::port() const {
+    return listener_->port();
+}
+
+std::string HttpServer::url() const {
+    return listener_->url();
+}
+
+bool HttpServer::stop(milliseconds grace) {
+    return listener_->stop(grace);
+}
+
+}  // namespace wire

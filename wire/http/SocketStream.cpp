@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+// A connected socket whose transfers end at a deadline.
+#include "wire/http/SocketStream.h"
+
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <sys/uio.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+
+namespace wire {
+
+namespace {
+
+timeval asTimeval(std::chrono::milliseconds time) {
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
+    const auto rest = std::chrono::microseconds(time - seconds);
+    timeval value{};
+    value.tv_sec = seconds.count();
+    value.tv_usec = static_cast<suseconds_t>(rest.count());
+    return value;
+}
+
+bool isTick() {
+    return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
+}
+
+}  // namespace
+
+// Blocking calls that return every now and then, to look at the clock: one system call for a
+// transfer that does not have to wait, where polling first would take two.
+SocketStream::SocketStream(int descriptor, std::chrono::milliseconds precision)
+    : descriptor_(descriptor) {
+    const timeval tick = asTimeval(precision);
+    const int yes = 1;
+    setsockopt(descriptor_, SOL_SOCKET, SO_RCVTIMEO, &tick, sizeof tick);
+    setsockopt(descriptor_, SOL_SOCKET, SO_SNDTIMEO, &tick, sizeof tick);
+    setsockopt(descriptor_, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
+}
+
+SocketStream::~SocketStream() {
+    close(descriptor_);
+}
+
+void SocketStream::checkDeadline() const {
+    if (Clock::now() >= deadline_) {
+        throw StreamEnded{StreamEnd::timeout};
+    }
+}
+
+std::size_t SocketStream::read(char* buffer, std::size_t size) {
+    while (true) {
+        checkDeadline();
+        const ssize_t count = recv(descriptor_, buffer, size, 0);
+        if (count > 0) {
+            return static_cast<std::size_t>(count);
+        }
+        if (count == 0) {
+            throw StreamEnded{StreamEnd::closed};
+        }
+        if (!isTick()) {
+            throw StreamEnded{StreamEnd::failed};
+        }
+    }
+}
+
+void SocketStream::write(std::string_view head, std::string_view body) {
+    while (!head.empty() || !body.empty()) {
+        checkDeadline();
+        std::array<iovec, 2> parts{};
+        // sendmsg() does not write to what it sends.
+        parts[0].iov_base = const_cast<char*>(head.data());
+        parts[0].iov_len = head.size();
+        parts[1].iov_base = const_cast<char*>(body.data());
+        parts[1].iov_len = body.size();
+        msghdr message{};
+        message.msg_iov = parts.data();
+        message.msg_iovlen = parts.size();
+        const ssize_t count = sendmsg(descriptor_, &message, MSG_NOSIGNAL);
+        if (count < 0) {
+            if (!isTick()) {
+                throw StreamEnded{StreamEnd::failed};
+            }
+            continue;
+        }
+        const auto sent = static_cast<std::size_t>(count);
+        const std::size_t ofHead = sent < head.size() ? sent : head.size();
+        head.remove_prefix(ofHead);
+        body.remove_prefix(sent - ofHead);
+    }
+}
+
+void SocketStream::drain() {
+    shutdown(descriptor_, SHUT_WR);
+    std::array<char, 4096> dropped{};
+    try {
+        while (true) {
+            read(dropped.data(), dropped.size());
+        }
+    } catch (const StreamEnded&) {
+        // Either way there is nothing more to wait for.
+    }
+}
+
+bool SocketStream::isStale() const {
+    char byte = 0;
+    const ssize_t count = recv(descriptor_, &byte, 1, MSG_PEEK | MSG_DONTWAIT);
+    return count >= 0 || !isTick();
+}
+
+}  // namespace wire
