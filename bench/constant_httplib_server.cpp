@@ -2,12 +2,12 @@
 // The same as constant_server on another widely used HTTP library, for comparison.
 //
 // usage: constant_httplib_server BYTES; prints "listening on http://127.0.0.1:PORT"
-#include <httplib.h>
-
 #include <cstdlib>
 #include <iostream>
 #include <limits>
 #include <string>
+
+#include <httplib.h>
 
 int main(int argc, char** argv) {
     if (argc != 2) {

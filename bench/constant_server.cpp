@@ -3,13 +3,14 @@
 // connection with a constant body. The benchmarks measure cimhost against it.
 //
 // usage: constant_server BYTES; prints "listening on http://127.0.0.1:PORT"
+#include <cstdlib>
+#include <iostream>
+#include <string>
+
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http.hpp>
-#include <cstdlib>
-#include <iostream>
-#include <string>
 
 namespace http = boost::beast::http;
 using tcp = boost::asio::ip::tcp;

@@ -2,13 +2,13 @@
 // Requests per second over one connection that is kept open, cimhost against the HTTP library alone
 // with an answer of the same size, and against OpenPegasus with the same provider where PEGASUS_HOME
 // names one; start-up time; memory at rest and after a hundred thousand requests.
-#include <benchmark/benchmark.h>
-
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include <benchmark/benchmark.h>
 
 #include "bench/ServerProcess.h"
 #include "wire/cimxml/RequestWriter.h"

@@ -2,11 +2,11 @@
 // Which test, element and results of a server a command is about.
 #pragma once
 
-#include <Pegasus/Common/Array.h>
-#include <Pegasus/Common/CIMInstance.h>
-
 #include <optional>
 #include <string>
+
+#include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/CIMInstance.h>
 
 #include "cli/Server.h"
 

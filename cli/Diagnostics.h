@@ -2,12 +2,12 @@
 // The diagnostics model as a client meets it: tests, the elements that they test, and results.
 #pragma once
 
+#include <cstdint>
+#include <string>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
-
-#include <cstdint>
-#include <string>
 
 #include "wire/client/CimClient.h"
 

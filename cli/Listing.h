@@ -2,12 +2,12 @@
 // Lists of instances, for people and for programs.
 #pragma once
 
-#include <Pegasus/Common/Array.h>
-#include <Pegasus/Common/CIMInstance.h>
-
 #include <functional>
 #include <string>
 #include <vector>
+
+#include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/CIMInstance.h>
 
 namespace usbhcdiag {
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "cli/Values.h"
 
+#include <cctype>
+
 #include <Pegasus/Common/CIMDateTime.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMProperty.h>
-
-#include <cctype>
 
 #include "wire/cimxml/XmlText.h"
 

@@ -3,12 +3,12 @@
 // Functions without state; any thread may call them.
 #pragma once
 
+#include <string>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMValue.h>
-
 #include <nlohmann/json.hpp>
-#include <string>
 
 namespace usbhcdiag {
 

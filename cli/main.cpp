@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // usbhcdiag: the USB diagnostics for people.
-#include <Pegasus/Common/Exception.h>
-
 #include <algorithm>
 #include <cstring>
 #include <exception>
 #include <iostream>
 #include <string>
 #include <vector>
+
+#include <Pegasus/Common/Exception.h>
 
 #include "cli/Errors.h"
 #include "cli/Help.h"

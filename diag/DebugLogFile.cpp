@@ -2,11 +2,11 @@
 // Appending to the debug log.
 #include "diag/DebugLogFile.h"
 
-#include <cerrno>
-#include <cstring>
-
 #include <fcntl.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
 
 namespace Pegasus {
 

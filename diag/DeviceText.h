@@ -2,9 +2,9 @@
 // Bytes of unknown origin as CIM text.
 #pragma once
 
-#include <Pegasus/Common/String.h>
-
 #include <string>
+
+#include <Pegasus/Common/String.h>
 
 namespace Pegasus {
 

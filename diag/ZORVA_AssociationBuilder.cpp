@@ -3,10 +3,10 @@
 // affair, so those two operations are defined beside it.
 #include "diag/ZORVA_AssociationBuilder.h"
 
-#include "diag/PathKeys.h"
-
 #include <Pegasus/Provider/KeyBinding.h>
 #include <Pegasus/Provider/ProviderExceptions.h>
+
+#include "diag/PathKeys.h"
 
 namespace Pegasus {
 

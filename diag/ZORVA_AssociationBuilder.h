@@ -2,9 +2,9 @@
 // The instances of one association class.
 #pragma once
 
-#include "diag/InstanceTable.h"
-
 #include <Pegasus/Provider/CIMOMHandle.h>
+
+#include "diag/InstanceTable.h"
 
 namespace Pegasus {
 

@@ -2,10 +2,10 @@
 // What the loop settings of a result ask for.
 #include "diag/ZORVA_DiagLoopControls.h"
 
-#include "diag/TestState.h"
-
 #include <cstdlib>
 #include <ctime>
+
+#include "diag/TestState.h"
 
 namespace Pegasus {
 namespace {

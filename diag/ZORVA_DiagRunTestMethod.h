@@ -2,11 +2,11 @@
 // The method "RunTest", as far as it is the same for every test.
 #pragma once
 
-#include "diag/ExclusiveRuns.h"
-
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
+
+#include "diag/ExclusiveRuns.h"
 
 namespace Pegasus {
 

@@ -2,19 +2,19 @@
 // The table of the results of all diagnostic runs.
 #include "diag/ZORVA_DiagnosticResultBuilder.h"
 
+#include <algorithm>
+#include <iterator>
+
+#include <Pegasus/Common/CIMDateTime.h>
+#include <Pegasus/Provider/KeyBinding.h>
+#include <Pegasus/Provider/ProviderExceptions.h>
+
 #include "diag/InstanceProperties.h"
 #include "diag/PathKeys.h"
 #include "diag/ReturnCode.h"
 #include "diag/TestState.h"
 #include "diag/ZORVA_DiagUtils.h"
 #include "diag/ZORVA_InParameterHandler.h"
-
-#include <Pegasus/Common/CIMDateTime.h>
-#include <Pegasus/Provider/KeyBinding.h>
-#include <Pegasus/Provider/ProviderExceptions.h>
-
-#include <algorithm>
-#include <iterator>
 
 namespace Pegasus {
 namespace {

@@ -2,10 +2,10 @@
 // The table of the results of all diagnostic runs.
 #pragma once
 
-#include "diag/InstanceTable.h"
-
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
+
+#include "diag/InstanceTable.h"
 
 namespace Pegasus {
 

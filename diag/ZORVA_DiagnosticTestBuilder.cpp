@@ -2,9 +2,9 @@
 // The table of diagnostic tests that a provider offers.
 #include "diag/ZORVA_DiagnosticTestBuilder.h"
 
-#include "diag/InstanceProperties.h"
-
 #include <Pegasus/Provider/ProviderExceptions.h>
+
+#include "diag/InstanceProperties.h"
 
 namespace Pegasus {
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Fuzzes the codec: bytes as the body of a request, all the way through an operation, and as the body of
 // a response. A refusal is an outcome; what is answered must be a document that the client understands.
-#include <Pegasus/Common/Exception.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
+
+#include <Pegasus/Common/Exception.h>
 
 #include "servers/cimhost/protocol/RequestHandler.h"
 #include "tests/servers/cimhost/protocol/ReplayOperations.h"

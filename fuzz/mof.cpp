@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Fuzzes the MOF reader: whatever the text, it is read or refused with its place, and what was read can
 // be enumerated.
-#include <Pegasus/Common/CIMName.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
 #include <string>
+
+#include <Pegasus/Common/CIMName.h>
 
 #include "servers/cimhost/mof/MofReader.h"
 

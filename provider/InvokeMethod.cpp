@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 // The provider as the CIM server drives it: the methods of the test.
-#include "provider/ZORVA_UsbHc_DiagProvider.h"
+#include <Pegasus/Provider/ProviderExceptions.h>
 
 #include "diag/PathKeys.h"
 #include "diag/TestState.h"
 #include "diag/ZORVA_DiagUtils.h"
 #include "diag/ZORVA_InParameterHandler.h"
+#include "provider/ZORVA_UsbHc_DiagProvider.h"
 #include "usbhc/ZORVA_UsbHc_DiagRunTestMethod.h"
-
-#include <Pegasus/Provider/ProviderExceptions.h>
 
 namespace Pegasus {
 

@@ -2,6 +2,8 @@
 // The provider as the CIM server drives it: life cycle and instance operations.
 #include "provider/ZORVA_UsbHc_DiagProvider.h"
 
+#include <Pegasus/Provider/ProviderExceptions.h>
+
 #include "diag/ZORVA_DiagUtils.h"
 #include "usbhc/ClassNames.h"
 #include "usbhc/ZORVA_UsbHc_DiagResultForMSE.h"
@@ -9,8 +11,6 @@
 #include "usbhc/ZORVA_UsbHc_DiagTest.h"
 #include "usbhc/ZORVA_UsbHc_DiagTestForMSE.h"
 #include "usbhc/ZORVA_UsbHc_DiagTestSoftwareAssoc.h"
-
-#include <Pegasus/Provider/ProviderExceptions.h>
 
 namespace Pegasus {
 

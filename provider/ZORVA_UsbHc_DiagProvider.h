@@ -2,10 +2,10 @@
 // The provider as the CIM server drives it.
 #pragma once
 
-#include "usbhc/ZORVA_UsbHc_DiagResult.h"
-
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMMethodProvider.h>
+
+#include "usbhc/ZORVA_UsbHc_DiagResult.h"
 
 namespace Pegasus {
 

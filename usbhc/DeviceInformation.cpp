@@ -2,10 +2,10 @@
 // What the device information test reports of a device.
 #include "usbhc/DeviceInformation.h"
 
+#include <optional>
+
 #include "diag/DeviceText.h"
 #include "usbhc/ZORVA_UsbHcBundle.h"
-
-#include <optional>
 
 namespace Pegasus {
 namespace {

@@ -2,11 +2,11 @@
 // What the device information test reports of a device.
 #pragma once
 
-#include "usbdevices/UsbDevice.h"
+#include <functional>
 
 #include <Pegasus/Common/String.h>
 
-#include <functional>
+#include "usbdevices/UsbDevice.h"
 
 namespace Pegasus {
 

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 // The device information test.
-#include "usbhc/ZORVA_UsbHc_DiagRunTestMethod.h"
+#include <utility>
 
 #include "diag/DeviceText.h"
 #include "diag/TestState.h"
 #include "diag/ZORVA_DiagUtils.h"
 #include "usbdevices/result.h"
 #include "usbhc/DeviceInformation.h"
-
-#include <utility>
+#include "usbhc/ZORVA_UsbHc_DiagRunTestMethod.h"
 
 namespace Pegasus {
 

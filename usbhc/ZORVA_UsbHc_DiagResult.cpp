@@ -2,14 +2,14 @@
 // The results of the USB host-controller test.
 #include "usbhc/ZORVA_UsbHc_DiagResult.h"
 
+#include <Pegasus/Provider/KeyBinding.h>
+
 #include "diag/InstanceProperties.h"
 #include "diag/PathKeys.h"
 #include "diag/ZORVA_DiagUtils.h"
 #include "diag/ZORVA_SystemInfo.h"
 #include "usbhc/ClassNames.h"
 #include "usbhc/HostSystem.h"
-
-#include <Pegasus/Provider/KeyBinding.h>
 
 namespace Pegasus {
 

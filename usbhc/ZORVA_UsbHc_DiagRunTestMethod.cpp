@@ -2,6 +2,10 @@
 // The method "RunTest" of the USB host-controller test.
 #include "usbhc/ZORVA_UsbHc_DiagRunTestMethod.h"
 
+#include <utility>
+
+#include <Pegasus/Common/CIMDateTime.h>
+
 #include "diag/InstanceProperties.h"
 #include "diag/ReturnCode.h"
 #include "diag/TestState.h"
@@ -11,10 +15,6 @@
 #include "usbhc/ZORVA_UsbHc_DiagLoopControls.h"
 #include "usbhc/ZORVA_UsbHc_DiagTest.h"
 #include "usbhc/ZORVA_UsbHc_DiagTestForMSE.h"
-
-#include <Pegasus/Common/CIMDateTime.h>
-
-#include <utility>
 
 namespace Pegasus {
 namespace {

@@ -2,10 +2,10 @@
 // The method "RunTest" of the USB host-controller test.
 #pragma once
 
+#include <string>
+
 #include "diag/ZORVA_DiagRunTestMethod.h"
 #include "usbhc/ZORVA_UsbHc_DiagResult.h"
-
-#include <string>
 
 namespace Pegasus {
 

@@ -2,15 +2,15 @@
 // The test that this provider offers.
 #include "usbhc/ZORVA_UsbHc_DiagTest.h"
 
+#include <Pegasus/Common/CIMDateTime.h>
+#include <Pegasus/Provider/KeyBinding.h>
+
 #include "diag/InstanceProperties.h"
 #include "diag/PathKeys.h"
 #include "diag/ZORVA_DiagUtils.h"
 #include "diag/ZORVA_SystemInfo.h"
 #include "usbhc/ClassNames.h"
 #include "usbhc/HostSystem.h"
-
-#include <Pegasus/Common/CIMDateTime.h>
-#include <Pegasus/Provider/KeyBinding.h>
 
 namespace Pegasus {
 namespace {

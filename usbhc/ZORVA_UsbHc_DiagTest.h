@@ -2,9 +2,9 @@
 // The test that this provider offers.
 #pragma once
 
-#include "diag/ZORVA_DiagnosticTestBuilder.h"
-
 #include <Pegasus/Provider/CIMOMHandle.h>
+
+#include "diag/ZORVA_DiagnosticTestBuilder.h"
 
 namespace Pegasus {
 

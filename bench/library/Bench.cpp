@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "bench/library/Bench.h"
 
-#include "tests/support/Parameters.h"
-
 #include <cstdlib>
 #include <iostream>
+
+#include "tests/support/Parameters.h"
 
 Bench::Bench() : output_(std::cout.rdbuf(nullptr)), library_(ZORVA_LIBRARY) {
     server_->addHost();

@@ -3,12 +3,12 @@
 // One thread.
 #pragma once
 
+#include <memory>
+#include <string>
+
 #include "tests/support/Client.h"
 #include "tests/support/LoadedLibrary.h"
 #include "tests/support/TestServer.h"
-
-#include <memory>
-#include <string>
 
 /// The loaded library with a provider, on a server that answers from memory.
 class Bench {

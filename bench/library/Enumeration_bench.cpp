@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Enumerating results: the time per result must not grow with their number.
+#include <benchmark/benchmark.h>
+
 #include "bench/library/Bench.h"
 #include "tests/support/LogFolder.h"
-
-#include <benchmark/benchmark.h>
 
 namespace {
 

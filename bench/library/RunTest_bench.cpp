@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // A whole run, against its own log writes alone and with results of other elements in the table.
-#include "bench/library/Bench.h"
-#include "diag/ZORVA_DiagUtils.h"
-#include "tests/support/LogFolder.h"
+#include <cstdlib>
+#include <iostream>
 
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
-#include <iostream>
+#include "bench/library/Bench.h"
+#include "diag/ZORVA_DiagUtils.h"
+#include "tests/support/LogFolder.h"
 
 namespace {
 

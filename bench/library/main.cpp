@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Runs the benchmarks in a private view of the file system, where the device list is theirs to set.
-#include "bench/library/Bench.h"
-#include "devicelist/DeviceListMount.h"
-#include "tests/support/LogFolder.h"
+#include <fstream>
+#include <iostream>
 
 #include <benchmark/benchmark.h>
 
-#include <fstream>
-#include <iostream>
+#include "bench/library/Bench.h"
+#include "devicelist/DeviceListMount.h"
+#include "tests/support/LogFolder.h"
 
 namespace {
 

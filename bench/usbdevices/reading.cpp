@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Reading an 8 KiB device list into the queue, beside one pass over the same bytes that splits the lines and
 // lower-cases them: the least that a reader which ignores case can do.
-#include <benchmark/benchmark.h>
-
 #include <fstream>
 #include <iostream>
 #include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include <benchmark/benchmark.h>
 
 #include "tests/support/PrivateDeviceList.h"
 #include "usbdevices/getString.h"

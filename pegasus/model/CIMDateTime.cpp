@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Dates: their text, the calendar behind it, and arithmetic.
-#include <Pegasus/Common/CIMDateTime.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <ctime>
 #include <string>
 #include <string_view>
+
+#include <Pegasus/Common/CIMDateTime.h>
 
 namespace Pegasus {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Instances: a path and the properties, all of them shared by the copies of a handle.
-#include <Pegasus/Common/CIMInstance.h>
-
 #include <algorithm>
+
+#include <Pegasus/Common/CIMInstance.h>
 
 namespace Pegasus {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Keys: from a value, and when they are equal.
+#include <optional>
+
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMValue.h>
-
-#include <optional>
 
 #include "pegasus/model/IntegerText.h"
 #include "pegasus/model/PathParts.h"

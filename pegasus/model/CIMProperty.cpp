@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Properties, which keep the type that they were made with.
-#include <Pegasus/Common/CIMProperty.h>
-
 #include <utility>
+
+#include <Pegasus/Common/CIMProperty.h>
 
 namespace Pegasus {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <Pegasus/Common/CIMPropertyList.h>
-
 #include <algorithm>
+
+#include <Pegasus/Common/CIMPropertyList.h>
 
 namespace Pegasus {
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Values: what they hold, when they are equal and how they read.
-#include <Pegasus/Common/CIMValue.h>
-
 #include <algorithm>
 #include <charconv>
 #include <iomanip>
 #include <locale>
 #include <sstream>
 #include <type_traits>
+
+#include <Pegasus/Common/CIMValue.h>
 
 namespace Pegasus {
 

@@ -2,9 +2,9 @@
 // Integers as the keys of an object path write them.
 #pragma once
 
-#include <Pegasus/Common/String.h>
-
 #include <optional>
+
+#include <Pegasus/Common/String.h>
 
 namespace Pegasus {
 

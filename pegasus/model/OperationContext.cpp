@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include <Pegasus/Common/OperationContext.h>
-
 #include <algorithm>
+
+#include <Pegasus/Common/OperationContext.h>
 
 namespace Pegasus {
 

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Texts: conversion to and from UTF-8, editing, searching and comparing.
-#include <Pegasus/Common/InternalException.h>
-#include <Pegasus/Common/String.h>
-
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <ostream>
 #include <string>
+
+#include <Pegasus/Common/InternalException.h>
+#include <Pegasus/Common/String.h>
 
 #include "pegasus/model/Utf8.h"
 

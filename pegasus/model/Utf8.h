@@ -2,10 +2,10 @@
 // Between the UTF-8 of char and the UTF-16 of Char16.
 #pragma once
 
+#include <cstddef>
+
 #include <Pegasus/Common/Char16.h>
 #include <Pegasus/Common/Config.h>
-
-#include <cstddef>
 
 namespace Pegasus::Utf8 {
 

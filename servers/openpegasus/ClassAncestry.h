@@ -2,11 +2,11 @@
 // Which classes descend from which, as the server's schema has it.
 #pragma once
 
-#include <Pegasus/Common/CIMName.h>
-#include <Pegasus/Common/OperationContext.h>
-
 #include <map>
 #include <mutex>
+
+#include <Pegasus/Common/CIMName.h>
+#include <Pegasus/Common/OperationContext.h>
 
 namespace openpegasus {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "servers/openpegasus/LibraryProvider.h"
 
-#include <Pegasus/Provider/CIMBaseProvider.h>
-
 #include <utility>
+
+#include <Pegasus/Provider/CIMBaseProvider.h>
 
 using namespace Pegasus;
 

@@ -2,9 +2,9 @@
 // The adapter's door to the provider library.
 #pragma once
 
-#include "servers/serving/ServedProvider.h"
-
 #include <memory>
+
+#include "servers/serving/ServedProvider.h"
 
 namespace openpegasus {
 

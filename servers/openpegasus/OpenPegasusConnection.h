@@ -2,9 +2,9 @@
 // The way from the library back into an OpenPegasus server.
 #pragma once
 
-#include "pegasus/interface/Pegasus/Provider/CIMOMConnection.h"
-
 #include <Pegasus/Provider/CIMOMHandle.h>
+
+#include "pegasus/interface/Pegasus/Provider/CIMOMConnection.h"
 
 namespace openpegasus {
 

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "servers/openpegasus/OpenPegasusProvider.h"
 
-#include "servers/openpegasus/OpenPegasusConnection.h"
-#include "servers/serving/AssociationQuery.h"
-#include "servers/serving/ProviderBusy.h"
+#include <dlfcn.h>
+
+#include <chrono>
+#include <utility>
 
 #include <Pegasus/Common/CIMObject.h>
 
-#include <dlfcn.h>
-#include <chrono>
-#include <utility>
+#include "servers/openpegasus/OpenPegasusConnection.h"
+#include "servers/serving/AssociationQuery.h"
+#include "servers/serving/ProviderBusy.h"
 
 using namespace Pegasus;
 

@@ -2,14 +2,14 @@
 // The provider library as OpenPegasus 2.14 knows providers.
 #pragma once
 
-#include "servers/openpegasus/ClassAncestry.h"
-#include "servers/openpegasus/LibraryProvider.h"
+#include <memory>
 
 #include <Pegasus/Provider/CIMAssociationProvider.h>
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMMethodProvider.h>
 
-#include <memory>
+#include "servers/openpegasus/ClassAncestry.h"
+#include "servers/openpegasus/LibraryProvider.h"
 
 namespace openpegasus {
 

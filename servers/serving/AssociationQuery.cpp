@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "servers/serving/AssociationQuery.h"
 
-#include "servers/serving/PathForms.h"
+#include <set>
 
 #include <Pegasus/Common/CIMProperty.h>
 
-#include <set>
+#include "servers/serving/PathForms.h"
 
 using namespace Pegasus;
 

@@ -2,11 +2,11 @@
 // Following associations: from the instances of an association class to what they tie together.
 #pragma once
 
+#include <functional>
+
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMObjectPath.h>
-
-#include <functional>
 
 namespace serving {
 

@@ -2,12 +2,12 @@
 // What a request holds while it is inside the library, and gives back while it is out of it.
 #pragma once
 
-#include "servers/serving/ProviderLocks.h"
+#include <chrono>
+#include <mutex>
 
 #include <Pegasus/Common/OperationContext.h>
 
-#include <chrono>
-#include <mutex>
+#include "servers/serving/ProviderLocks.h"
 
 namespace serving {
 

@@ -1,19 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "servers/serving/ServedProvider.h"
 
+#include <functional>
+#include <optional>
+#include <utility>
+
+#include <Pegasus/Provider/CIMInstanceProvider.h>
+#include <Pegasus/Provider/CIMMethodProvider.h>
+
 #include "servers/serving/CollectingHandler.h"
 #include "servers/serving/OwnThread.h"
 #include "servers/serving/PathForms.h"
 #include "servers/serving/ProviderBusy.h"
 #include "servers/serving/RequestScope.h"
 #include "servers/serving/UnlockingConnection.h"
-
-#include <Pegasus/Provider/CIMInstanceProvider.h>
-#include <Pegasus/Provider/CIMMethodProvider.h>
-
-#include <functional>
-#include <optional>
-#include <utility>
 
 using namespace Pegasus;
 

@@ -2,17 +2,17 @@
 // A provider as a server uses it: requests in, whole answers out, the library's conditions kept.
 #pragma once
 
-#include "servers/serving/ProviderLocks.h"
+#include <chrono>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/OperationContext.h>
 
-#include <chrono>
-#include <condition_variable>
-#include <memory>
-#include <mutex>
+#include "servers/serving/ProviderLocks.h"
 
 namespace Pegasus {
 class CIMOMConnection;

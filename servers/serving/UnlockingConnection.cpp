@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "servers/serving/UnlockingConnection.h"
 
-#include "servers/serving/RequestScope.h"
-
 #include <utility>
+
+#include "servers/serving/RequestScope.h"
 
 using namespace Pegasus;
 

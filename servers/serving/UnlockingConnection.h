@@ -2,9 +2,9 @@
 // The library's way back into the server: out of the library's lock, in the request's own context.
 #pragma once
 
-#include <Pegasus/Provider/CIMOMConnection.h>
-
 #include <memory>
+
+#include <Pegasus/Provider/CIMOMConnection.h>
 
 namespace serving {
 

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "cli/DeviceList.h"
 
-#include <gtest/gtest.h>
 #include <stdlib.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <fstream>
+
+#include <gtest/gtest.h>
 
 namespace usbhcdiag {
 namespace {

@@ -3,10 +3,10 @@
 // ones are tested against cimhost.
 #include "cli/Diagnostics.h"
 
+#include <functional>
+
 #include <Pegasus/Common/CIMProperty.h>
 #include <gtest/gtest.h>
-
-#include <functional>
 
 #include "cli/Errors.h"
 #include "cli/Values.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "cli/Help.h"
 
-#include <gtest/gtest.h>
-
 #include <sstream>
+
+#include <gtest/gtest.h>
 
 namespace usbhcdiag {
 namespace {

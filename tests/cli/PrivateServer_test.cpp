@@ -2,7 +2,6 @@
 #include "cli/PrivateServer.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -12,6 +11,8 @@
 #include <cerrno>
 #include <csignal>
 #include <thread>
+
+#include <gtest/gtest.h>
 
 #include "cli/Errors.h"
 

@@ -2,8 +2,9 @@
 #include "cli/Terminal.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <stdlib.h>
+
+#include <gtest/gtest.h>
 
 #include "cli/FileDescriptor.h"
 

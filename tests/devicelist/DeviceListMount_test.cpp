@@ -2,7 +2,6 @@
 // The private view, by way of the program that enters it: a test program cannot leave one again.
 #include "devicelist/DeviceListMount.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +9,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+
+#include <gtest/gtest.h>
 
 #include "tests/support/runCommand.h"
 

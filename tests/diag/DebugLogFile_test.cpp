@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "diag/DebugLogFile.h"
 
-#include "tests/support/LogFolder.h"
-
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -12,6 +9,10 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/LogFolder.h"
 
 namespace Pegasus {
 namespace {

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "diag/DeviceText.h"
 
-#include "tests/support/ObjectModelText.h"
+#include <random>
+#include <vector>
 
 #include <gtest/gtest.h>
 
-#include <random>
-#include <vector>
+#include "tests/support/ObjectModelText.h"
 
 namespace Pegasus {
 namespace {

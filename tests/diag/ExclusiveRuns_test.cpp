@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "diag/ExclusiveRuns.h"
 
-#include "tests/support/ObjectModelText.h"
-
 #include <gtest/gtest.h>
+
+#include "tests/support/ObjectModelText.h"
 
 namespace Pegasus {
 namespace {

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "diag/InstanceProperties.h"
 
-#include "tests/support/Thrown.h"
-
 #include <Pegasus/Provider/ProviderExceptions.h>
-
 #include <gtest/gtest.h>
+
+#include "tests/support/Thrown.h"
 
 namespace Pegasus {
 namespace {

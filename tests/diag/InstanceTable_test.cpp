@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "diag/InstanceTable.h"
 
+#include <gtest/gtest.h>
+
 #include "diag/InstanceProperties.h"
 #include "diag/PathKeys.h"
 #include "tests/support/ObjectModelText.h"
-
-#include <gtest/gtest.h>
 
 namespace Pegasus {
 namespace {

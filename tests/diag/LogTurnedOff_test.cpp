@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The debug log of a build that is configured with an empty name for it.
-#include "diag/ZORVA_DiagUtils.h"
-
-#include "tests/support/LogFolder.h"
+#include <filesystem>
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
+#include "diag/ZORVA_DiagUtils.h"
+#include "tests/support/LogFolder.h"
 
 namespace Pegasus {
 namespace {

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "diag/ZORVA_AssociationBuilder.h"
 
+#include <Pegasus/Provider/ProviderExceptions.h>
+#include <gtest/gtest.h>
+
 #include "diag/InstanceProperties.h"
 #include "tests/support/LogFolder.h"
 #include "tests/support/TestServer.h"
 #include "tests/support/Thrown.h"
 #include "tests/support/VirtualSlot.h"
-
-#include <Pegasus/Provider/ProviderExceptions.h>
-
-#include <gtest/gtest.h>
 
 namespace Pegasus {
 namespace {

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "diag/ZORVA_DiagLoopControls.h"
 
-#include "tests/support/Thrown.h"
-#include "tests/support/VirtualSlot.h"
+#include <map>
 
 #include <gtest/gtest.h>
 
-#include <map>
+#include "tests/support/Thrown.h"
+#include "tests/support/VirtualSlot.h"
 
 namespace Pegasus {
 namespace {

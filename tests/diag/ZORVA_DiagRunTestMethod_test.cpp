@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "diag/ZORVA_DiagRunTestMethod.h"
 
+#include <map>
+#include <stdexcept>
+
+#include <gtest/gtest.h>
+
 #include "tests/support/LogFolder.h"
 #include "tests/support/TestServer.h"
 #include "tests/support/Thrown.h"
 #include "tests/support/VirtualSlot.h"
-
-#include <gtest/gtest.h>
-
-#include <map>
-#include <stdexcept>
 
 namespace Pegasus {
 namespace {

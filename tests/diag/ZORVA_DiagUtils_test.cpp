@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "diag/ZORVA_DiagUtils.h"
 
-#include "tests/support/LogFolder.h"
-#include "tests/support/ObjectModelText.h"
+#include <memory>
 
 #include <gtest/gtest.h>
 
-#include <memory>
+#include "tests/support/LogFolder.h"
+#include "tests/support/ObjectModelText.h"
 
 namespace Pegasus {
 namespace {

@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "diag/ZORVA_DiagnosticResultBuilder.h"
 
+#include <stdexcept>
+
+#include <Pegasus/Common/CIMDateTime.h>
+#include <Pegasus/Provider/ProviderExceptions.h>
+#include <gtest/gtest.h>
+
 #include "diag/InstanceProperties.h"
 #include "diag/PathKeys.h"
 #include "tests/support/LogFolder.h"
@@ -9,13 +15,6 @@
 #include "tests/support/TestServer.h"
 #include "tests/support/Thrown.h"
 #include "tests/support/VirtualSlot.h"
-
-#include <Pegasus/Common/CIMDateTime.h>
-#include <Pegasus/Provider/ProviderExceptions.h>
-
-#include <gtest/gtest.h>
-
-#include <stdexcept>
 
 namespace Pegasus {
 namespace {

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "diag/ZORVA_DiagnosticTestBuilder.h"
 
+#include <Pegasus/Provider/ProviderExceptions.h>
+#include <gtest/gtest.h>
+
 #include "diag/InstanceProperties.h"
 #include "diag/PathKeys.h"
 #include "tests/support/Thrown.h"
 #include "tests/support/VirtualSlot.h"
-
-#include <Pegasus/Provider/ProviderExceptions.h>
-
-#include <gtest/gtest.h>
 
 namespace Pegasus {
 namespace {

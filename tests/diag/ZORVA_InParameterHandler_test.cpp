@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "diag/ZORVA_InParameterHandler.h"
 
-#include "tests/support/ObjectModelText.h"
-#include "tests/support/TestServer.h"
+#include <stdexcept>
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
+#include "tests/support/ObjectModelText.h"
+#include "tests/support/TestServer.h"
 
 namespace Pegasus {
 namespace {

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "diag/ZORVA_SystemInfo.h"
 
-#include "tests/support/LogFolder.h"
-#include "tests/support/TestServer.h"
-#include "tests/support/Thrown.h"
+#include <stdexcept>
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
+#include "tests/support/LogFolder.h"
+#include "tests/support/TestServer.h"
+#include "tests/support/Thrown.h"
 
 namespace Pegasus {
 namespace {

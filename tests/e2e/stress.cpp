@@ -7,8 +7,6 @@
 // complaint, which under a sanitizer means without a finding.
 //
 // The host serves 64 connections; further ones are told so (503), give up theirs and come again.
-#include <Pegasus/Common/CIMProperty.h>
-#include <Pegasus/Common/Exception.h>
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -31,6 +29,9 @@
 #include <string>
 #include <thread>
 #include <vector>
+
+#include <Pegasus/Common/CIMProperty.h>
+#include <Pegasus/Common/Exception.h>
 
 #include "tests/support/ObjectModelText.h"
 #include "wire/client/CimClient.h"

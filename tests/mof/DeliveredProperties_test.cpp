@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // What the provider library delivers is what the class definitions declare.
-#include <Pegasus/Common/CIMProperty.h>
-#include <gtest/gtest.h>
-
 #include <set>
 #include <string>
+
+#include <Pegasus/Common/CIMProperty.h>
+#include <gtest/gtest.h>
 
 #include "servers/cimhost/loading/ServedClasses.h"
 #include "servers/cimhost/program/Host.h"

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // OpenPegasus is told of exactly the classes that the provider library serves.
-#include <Pegasus/Common/CIMProperty.h>
-#include <gtest/gtest.h>
-
 #include <map>
 #include <string>
 #include <vector>
+
+#include <Pegasus/Common/CIMProperty.h>
+#include <gtest/gtest.h>
 
 #include "servers/cimhost/loading/ServedClasses.h"
 #include "servers/cimhost/mof/MofReader.h"

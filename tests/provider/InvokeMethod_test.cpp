@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The methods of the test, on the provider object.
+#include <Pegasus/Provider/ProviderExceptions.h>
+
 #include "tests/provider/ProviderTest.h"
 #include "tests/support/PrivateDeviceList.h"
-
-#include <Pegasus/Provider/ProviderExceptions.h>
 
 namespace Pegasus {
 namespace {

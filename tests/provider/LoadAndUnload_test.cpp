@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The library is loaded and unloaded as often as a server likes.
-#include "tests/provider/LoadedProvider.h"
-
 #include <fstream>
 #include <iterator>
+
+#include "tests/provider/LoadedProvider.h"
 
 namespace Pegasus {
 namespace {

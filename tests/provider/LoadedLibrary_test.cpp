@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The whole road of the library as it is installed, from loading it to unloading it.
-#include "tests/provider/LoadedProvider.h"
-
 #include <Pegasus/Provider/ProviderExceptions.h>
+
+#include "tests/provider/LoadedProvider.h"
 
 namespace Pegasus {
 namespace {

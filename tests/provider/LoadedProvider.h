@@ -2,6 +2,10 @@
 // What tests of the library as it is installed start from.
 #pragma once
 
+#include <memory>
+
+#include <gtest/gtest.h>
+
 #include "tests/support/Client.h"
 #include "tests/support/KnownTexts.h"
 #include "tests/support/LoadedLibrary.h"
@@ -10,10 +14,6 @@
 #include "tests/support/PrivateDeviceList.h"
 #include "tests/support/TestServer.h"
 #include "tests/support/Thrown.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
 
 namespace Pegasus {
 

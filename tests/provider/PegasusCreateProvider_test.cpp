@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "provider/PegasusCreateProvider.h"
 
-#include "tests/support/LogFolder.h"
-#include "tests/support/TestServer.h"
+#include <memory>
 
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMMethodProvider.h>
-
 #include <gtest/gtest.h>
 
-#include <memory>
+#include "tests/support/LogFolder.h"
+#include "tests/support/TestServer.h"
 
 namespace Pegasus {
 namespace {

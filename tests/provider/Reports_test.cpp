@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The report of every device list at hand, against a second program that works it out on its own.
-#include "tests/provider/LoadedProvider.h"
-
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+
+#include "tests/provider/LoadedProvider.h"
 
 namespace Pegasus {
 namespace {

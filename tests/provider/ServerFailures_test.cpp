@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The library when the server fails: at each call back in turn, with exceptions of every kind.
-#include "tests/provider/LoadedProvider.h"
-
 #include <stdexcept>
+
+#include "tests/provider/LoadedProvider.h"
 
 namespace Pegasus {
 namespace {

@@ -2,11 +2,11 @@
 // Life cycle and instance operations.
 #include "provider/ZORVA_UsbHc_DiagProvider.h"
 
-#include "tests/provider/ProviderTest.h"
+#include <stdexcept>
 
 #include <Pegasus/Provider/ProviderExceptions.h>
 
-#include <stdexcept>
+#include "tests/provider/ProviderTest.h"
 
 namespace Pegasus {
 namespace {

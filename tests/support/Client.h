@@ -2,15 +2,15 @@
 // A provider object as a test uses it.
 #pragma once
 
-#include "tests/support/ObjectModelText.h"
-#include "tests/support/RecordingHandler.h"
+#include <memory>
+#include <string>
+#include <vector>
 
 #include <Pegasus/Provider/CIMInstanceProvider.h>
 #include <Pegasus/Provider/CIMMethodProvider.h>
 
-#include <memory>
-#include <string>
-#include <vector>
+#include "tests/support/ObjectModelText.h"
+#include "tests/support/RecordingHandler.h"
 
 /// Sends requests to a provider object, which it owns, through its interfaces alone. Exceptions of
 /// the provider pass.

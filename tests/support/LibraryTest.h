@@ -2,18 +2,18 @@
 // What tests of the provider library's classes start from.
 #pragma once
 
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
 #include "tests/support/KnownTexts.h"
 #include "tests/support/LogFolder.h"
 #include "tests/support/Parameters.h"
 #include "tests/support/ResultTable.h"
 #include "tests/support/TestServer.h"
 #include "tests/support/Thrown.h"
-
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <vector>
 
 namespace Pegasus {
 

@@ -2,12 +2,12 @@
 // The provider library as a server loads it.
 #pragma once
 
-#include <Pegasus/Provider/CIMBaseProvider.h>
-
 #include <dlfcn.h>
 
 #include <stdexcept>
 #include <string>
+
+#include <Pegasus/Provider/CIMBaseProvider.h>
 
 /// The library at the path, loaded as OpenPegasus does (its symbols global), unloaded with the
 /// object. Provider objects, and exceptions that they threw, must be gone by then.

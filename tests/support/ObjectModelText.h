@@ -2,14 +2,14 @@
 // Objects of the object model as text, for comparisons and for what failing tests print.
 #pragma once
 
+#include <ostream>
+#include <string>
+#include <vector>
+
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMValue.h>
-
-#include <ostream>
-#include <string>
-#include <vector>
 
 inline std::string text(const Pegasus::String& value) {
     return std::string(static_cast<const char*>(value.getCString()));

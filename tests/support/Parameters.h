@@ -2,9 +2,9 @@
 // In-parameters of the methods under test.
 #pragma once
 
-#include <Pegasus/Common/CIMParamValue.h>
-
 #include <string>
+
+#include <Pegasus/Common/CIMParamValue.h>
 
 /// The path of the managed element of that device ID, as a client sends it.
 inline Pegasus::CIMObjectPath elementPath(const std::string& deviceId) {

@@ -2,11 +2,11 @@
 // A response handler that remembers what a provider did with it.
 #pragma once
 
-#include <Pegasus/Common/CIMValue.h>
-#include <Pegasus/Provider/ResponseHandler.h>
-
 #include <string>
 #include <vector>
+
+#include <Pegasus/Common/CIMValue.h>
+#include <Pegasus/Provider/ResponseHandler.h>
 
 /// Remembers the calls in order, "deliver N" for an array of N objects, and all objects.
 template <class Object>

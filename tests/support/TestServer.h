@@ -3,13 +3,13 @@
 // One thread.
 #pragma once
 
-#include <Pegasus/Provider/CIMOMConnection.h>
-#include <Pegasus/Provider/CIMOMHandle.h>
-
 #include <functional>
 #include <map>
 #include <string>
 #include <vector>
+
+#include <Pegasus/Provider/CIMOMConnection.h>
+#include <Pegasus/Provider/CIMOMHandle.h>
 
 /// Answers the calls of a provider from maps, writes them down, and throws at the one it is told to.
 class TestServer : public Pegasus::CIMOMConnection {

@@ -2,12 +2,12 @@
 // What a call threw, with its message.
 #pragma once
 
-#include "tests/support/ObjectModelText.h"
+#include <string>
+#include <typeinfo>
 
 #include <Pegasus/Common/Exception.h>
 
-#include <string>
-#include <typeinfo>
+#include "tests/support/ObjectModelText.h"
 
 /// The message of the exception of exactly the type Thrown that `call` throws; a text that says what
 /// happened instead otherwise.

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "usbdevices/UsbDevice.h"
 
-#include <gtest/gtest.h>
-
 #include <memory>
+
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "usbdevices/deviceInfo.h"
 
-#include <gtest/gtest.h>
-
 #include <utility>
+
+#include <gtest/gtest.h>
 
 namespace {
 

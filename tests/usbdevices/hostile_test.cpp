@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Lists that no kernel prints: cut, changed and invented ones. Each must be read to its end; the
 // sanitizer builds see what would go unnoticed otherwise.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
+
+#include <gtest/gtest.h>
 
 #include "tests/usbdevices/readList.h"
 #include "usbdevices/DeviceReport.h"

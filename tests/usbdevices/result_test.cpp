@@ -2,8 +2,9 @@
 #include "usbdevices/result.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
+
+#include <gtest/gtest.h>
 
 #include "tests/usbdevices/readList.h"
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "usbhc/DeviceInformation.h"
 
-#include "tests/support/ObjectModelText.h"
-
-#include <gtest/gtest.h>
-
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/ObjectModelText.h"
 
 namespace Pegasus {
 namespace {

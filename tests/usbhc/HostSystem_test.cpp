@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "usbhc/HostSystem.h"
 
-#include "tests/support/Thrown.h"
-
 #include <gtest/gtest.h>
+
+#include "tests/support/Thrown.h"
 
 namespace Pegasus {
 namespace {

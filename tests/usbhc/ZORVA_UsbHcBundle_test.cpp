@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "usbhc/ZORVA_UsbHcBundle.h"
 
-#include <gtest/gtest.h>
-
 #include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
+
+#include <gtest/gtest.h>
 
 namespace {
 

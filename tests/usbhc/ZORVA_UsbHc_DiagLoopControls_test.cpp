@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "usbhc/ZORVA_UsbHc_DiagLoopControls.h"
 
+#include <Pegasus/Provider/ProviderExceptions.h>
+
 #include "tests/support/LibraryTest.h"
 #include "tests/support/VirtualSlot.h"
-
-#include <Pegasus/Provider/ProviderExceptions.h>
 
 namespace Pegasus {
 namespace {

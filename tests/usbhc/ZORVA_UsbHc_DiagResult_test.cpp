@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "usbhc/ZORVA_UsbHc_DiagResult.h"
 
+#include <stdexcept>
+
 #include "tests/support/LibraryTest.h"
 #include "tests/support/VirtualSlot.h"
-
-#include <stdexcept>
 
 namespace Pegasus {
 namespace {

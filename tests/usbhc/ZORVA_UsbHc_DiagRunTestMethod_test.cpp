@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "usbhc/ZORVA_UsbHc_DiagRunTestMethod.h"
 
+#include <Pegasus/Common/CIMDateTime.h>
+#include <Pegasus/Provider/ProviderExceptions.h>
+
 #include "tests/support/LibraryTest.h"
 #include "tests/support/PrivateDeviceList.h"
 #include "tests/support/VirtualSlot.h"
 #include "usbhc/ZORVA_UsbHc_DiagTest.h"
-
-#include <Pegasus/Common/CIMDateTime.h>
-#include <Pegasus/Provider/ProviderExceptions.h>
 
 namespace Pegasus {
 namespace {

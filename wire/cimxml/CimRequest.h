@@ -2,13 +2,13 @@
 // A request as a server reads it.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMParamValue.h>
-
-#include <string>
-#include <vector>
 
 #include "wire/cimxml/XmlDocument.h"
 

@@ -2,10 +2,10 @@
 // A response as a server writes it and as a client reads it.
 #pragma once
 
-#include <Pegasus/Common/CIMParamValue.h>
-
 #include <functional>
 #include <string>
+
+#include <Pegasus/Common/CIMParamValue.h>
 
 #include "wire/cimxml/CimRequest.h"
 #include "wire/cimxml/CimStatus.h"

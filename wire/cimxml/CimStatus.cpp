@@ -2,11 +2,11 @@
 // CIM status codes and what a failure looks like to a client.
 #include "wire/cimxml/CimStatus.h"
 
-#include <Pegasus/Common/CIMStatusCode.h>
-#include <Pegasus/Common/Exception.h>
-
 #include <exception>
 #include <string_view>
+
+#include <Pegasus/Common/CIMStatusCode.h>
+#include <Pegasus/Common/Exception.h>
 
 #include "wire/cimxml/XmlText.h"
 

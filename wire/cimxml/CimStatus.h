@@ -2,9 +2,9 @@
 // CIM status codes and what a failure looks like to a client.
 #pragma once
 
-#include <Pegasus/Common/String.h>
-
 #include <string>
+
+#include <Pegasus/Common/String.h>
 
 namespace wire {
 

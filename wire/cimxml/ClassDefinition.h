@@ -3,11 +3,11 @@
 // and the codec writes. Values may be copied and read from any thread; none of them locks.
 #pragma once
 
+#include <vector>
+
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMType.h>
 #include <Pegasus/Common/CIMValue.h>
-
-#include <vector>
 
 namespace wire {
 

@@ -2,11 +2,11 @@
 // What a method call answers.
 #pragma once
 
+#include <optional>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/CIMValue.h>
-
-#include <optional>
 
 namespace wire {
 

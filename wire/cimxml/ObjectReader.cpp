@@ -2,10 +2,10 @@
 // Values, names and instances from CIM-XML.
 #include "wire/cimxml/ObjectReader.h"
 
+#include <vector>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/Exception.h>
-
-#include <vector>
 
 #include "wire/cimxml/ValueText.h"
 #include "wire/cimxml/XmlError.h"

@@ -7,16 +7,16 @@
 // are passed over.
 #pragma once
 
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/CIMValue.h>
-
-#include <optional>
-#include <string>
-#include <string_view>
 
 #include "wire/cimxml/XmlDocument.h"
 

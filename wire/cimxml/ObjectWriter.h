@@ -2,15 +2,15 @@
 // Values, names and instances as CIM-XML.
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/CIMValue.h>
-
-#include <string>
-#include <string_view>
 
 namespace wire {
 

@@ -2,9 +2,9 @@
 // A request as a client writes it.
 #include "wire/cimxml/RequestWriter.h"
 
-#include <Pegasus/Common/CIMValue.h>
-
 #include <utility>
+
+#include <Pegasus/Common/CIMValue.h>
 
 #include "wire/cimxml/Message.h"
 #include "wire/cimxml/XmlText.h"

@@ -2,15 +2,15 @@
 // A request as a client writes it.
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/CIMPropertyList.h>
 #include <Pegasus/Common/String.h>
-
-#include <string>
-#include <string_view>
 
 #include "wire/cimxml/ObjectWriter.h"
 

@@ -2,15 +2,15 @@
 // Values as text.
 #include "wire/cimxml/ValueText.h"
 
-#include <Pegasus/Common/Array.h>
-#include <Pegasus/Common/Exception.h>
-
 #include <array>
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <type_traits>
+
+#include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/Exception.h>
 
 #include "wire/cimxml/ValueTypes.h"
 #include "wire/cimxml/XmlError.h"

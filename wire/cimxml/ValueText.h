@@ -3,17 +3,17 @@
 // Functions without state; any thread may call them.
 #pragma once
 
-#include <Pegasus/Common/CIMDateTime.h>
-#include <Pegasus/Common/CIMType.h>
-#include <Pegasus/Common/CIMValue.h>
-#include <Pegasus/Common/Char16.h>
-#include <Pegasus/Common/String.h>
-
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <Pegasus/Common/CIMDateTime.h>
+#include <Pegasus/Common/CIMType.h>
+#include <Pegasus/Common/CIMValue.h>
+#include <Pegasus/Common/Char16.h>
+#include <Pegasus/Common/String.h>
 
 namespace wire {
 

@@ -2,12 +2,12 @@
 // From the type of a value, known when the program runs, to the C++ type that holds it.
 #pragma once
 
+#include <stdexcept>
+
 #include <Pegasus/Common/CIMDateTime.h>
 #include <Pegasus/Common/CIMType.h>
 #include <Pegasus/Common/Char16.h>
 #include <Pegasus/Common/String.h>
-
-#include <stdexcept>
 
 namespace wire {
 

@@ -4,9 +4,10 @@
 #pragma once
 
 #include <optional>
-#include <pugixml.hpp>
 #include <string>
 #include <string_view>
+
+#include <pugixml.hpp>
 
 #include "wire/cimxml/XmlScan.h"
 

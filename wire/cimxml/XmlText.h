@@ -3,10 +3,10 @@
 // Functions without state; any thread may call them.
 #pragma once
 
-#include <Pegasus/Common/String.h>
-
 #include <string>
 #include <string_view>
+
+#include <Pegasus/Common/String.h>
 
 namespace wire {
 

@@ -2,9 +2,9 @@
 // A client of CIM servers.
 #include "wire/client/CimClient.h"
 
-#include <Pegasus/Common/Exception.h>
-
 #include <utility>
+
+#include <Pegasus/Common/Exception.h>
 
 #include "wire/cimxml/CimResponse.h"
 #include "wire/cimxml/ObjectReader.h"

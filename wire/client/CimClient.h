@@ -2,15 +2,15 @@
 // A client of CIM servers: cimhost, OpenPegasus or any other that speaks CIM-XML over HTTP.
 #pragma once
 
+#include <stdexcept>
+#include <string>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/CIMPropertyList.h>
-
-#include <stdexcept>
-#include <string>
 
 #include "wire/cimxml/MethodResult.h"
 #include "wire/client/ServerUrl.h"

@@ -9,12 +9,13 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/http/parser.hpp>
-#include <boost/beast/http/string_body.hpp>
 #include <cerrno>
 #include <system_error>
 #include <utility>
+
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/string_body.hpp>
 
 #include "wire/http/SocketStream.h"
 

@@ -11,9 +11,6 @@
 
 #include <algorithm>
 #include <array>
-#include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/http/parser.hpp>
-#include <boost/beast/http/string_body.hpp>
 #include <cerrno>
 #include <condition_variable>
 #include <list>
@@ -23,6 +20,10 @@
 #include <thread>
 #include <utility>
 #include <vector>
+
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/string_body.hpp>
 
 #include "wire/http/SocketStream.h"
 

@@ -2,11 +2,11 @@
 // The provider library, loaded as a CIM server loads it.
 #pragma once
 
-#include <Pegasus/Provider/CIMBaseProvider.h>
-
 #include <memory>
 #include <stdexcept>
 #include <string>
+
+#include <Pegasus/Provider/CIMBaseProvider.h>
 
 namespace cimhost {
 

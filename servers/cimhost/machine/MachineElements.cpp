@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/machine/MachineElements.h"
 
-#include <Pegasus/Common/CIMInstance.h>
-#include <Pegasus/Common/CIMProperty.h>
-#include <Pegasus/Common/CIMValue.h>
-
 #include <unistd.h>
 
 #include <array>
+
+#include <Pegasus/Common/CIMInstance.h>
+#include <Pegasus/Common/CIMProperty.h>
+#include <Pegasus/Common/CIMValue.h>
 
 #include "pegasus/model/HostName.h"
 

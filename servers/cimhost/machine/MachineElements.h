@@ -2,10 +2,10 @@
 // The elements of this machine that the diagnostics are about, as instances of the repository.
 #pragma once
 
-#include <Pegasus/Common/CIMName.h>
-
 #include <string>
 #include <vector>
+
+#include <Pegasus/Common/CIMName.h>
 
 #include "servers/cimhost/repository/Repository.h"
 #include "servers/cimhost/schema/Schema.h"

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/mof/MofParser.h"
 
+#include <limits>
+#include <utility>
+
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/Exception.h>
-
-#include <limits>
-#include <utility>
 
 #include "servers/cimhost/schema/Text.h"
 

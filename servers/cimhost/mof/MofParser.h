@@ -3,14 +3,14 @@
 // repository.
 #pragma once
 
-#include <Pegasus/Common/CIMName.h>
-#include <Pegasus/Common/CIMObjectPath.h>
-
 #include <functional>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <Pegasus/Common/CIMName.h>
+#include <Pegasus/Common/CIMObjectPath.h>
 
 #include "servers/cimhost/mof/MofError.h"
 #include "servers/cimhost/mof/MofLexer.h"

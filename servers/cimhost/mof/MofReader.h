@@ -2,10 +2,10 @@
 // Reads MOF files into the schema and the repository of the host.
 #pragma once
 
-#include <Pegasus/Common/CIMName.h>
-
 #include <functional>
 #include <string>
+
+#include <Pegasus/Common/CIMName.h>
 
 #include "servers/cimhost/mof/MofError.h"
 #include "servers/cimhost/repository/Repository.h"

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/mof/MofValue.h"
 
-#include <Pegasus/Common/Array.h>
-#include <Pegasus/Common/CIMDateTime.h>
-#include <Pegasus/Common/Exception.h>
-
 #include <strings.h>
 
 #include <cstdlib>
 #include <limits>
 #include <type_traits>
+
+#include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/CIMDateTime.h>
+#include <Pegasus/Common/Exception.h>
 
 #include "wire/cimxml/ValueTypes.h"
 

@@ -2,13 +2,13 @@
 // Literals of MOF and the values that they stand for.
 #pragma once
 
-#include <Pegasus/Common/CIMObjectPath.h>
-#include <Pegasus/Common/CIMType.h>
-#include <Pegasus/Common/CIMValue.h>
-
 #include <cstdint>
 #include <string>
 #include <vector>
+
+#include <Pegasus/Common/CIMObjectPath.h>
+#include <Pegasus/Common/CIMType.h>
+#include <Pegasus/Common/CIMValue.h>
 
 #include "servers/cimhost/mof/MofError.h"
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/operations/Dispatcher.h"
 
-#include <Pegasus/Common/CIMProperty.h>
-#include <Pegasus/Common/Exception.h>
-#include <Pegasus/Common/OperationContext.h>
-
 #include <exception>
 #include <set>
 #include <utility>
+
+#include <Pegasus/Common/CIMProperty.h>
+#include <Pegasus/Common/Exception.h>
+#include <Pegasus/Common/OperationContext.h>
 
 #include "servers/cimhost/operations/MethodParameters.h"
 #include "servers/cimhost/schema/ClassFilter.h"

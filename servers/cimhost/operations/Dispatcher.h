@@ -2,9 +2,9 @@
 // Answers the operations of the server from the provider library and from the repository.
 #pragma once
 
-#include <Pegasus/Common/CIMObjectPath.h>
-
 #include <vector>
+
+#include <Pegasus/Common/CIMObjectPath.h>
 
 #include "servers/cimhost/operations/Operations.h"
 #include "servers/cimhost/operations/ProviderRoutes.h"

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/operations/MethodParameters.h"
 
-#include <Pegasus/Common/CIMObjectPath.h>
-#include <Pegasus/Common/Exception.h>
-
 #include <string>
 #include <vector>
+
+#include <Pegasus/Common/CIMObjectPath.h>
+#include <Pegasus/Common/Exception.h>
 
 #include "servers/cimhost/schema/Text.h"
 #include "wire/cimxml/ValueText.h"

@@ -3,6 +3,8 @@
 // (codec and HTTP) and what answers.
 #pragma once
 
+#include <vector>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMName.h>
@@ -11,8 +13,6 @@
 #include <Pegasus/Common/CIMPropertyList.h>
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/String.h>
-
-#include <vector>
 
 #include "wire/cimxml/ClassDefinition.h"
 #include "wire/cimxml/MethodResult.h"

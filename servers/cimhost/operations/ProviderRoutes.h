@@ -2,9 +2,9 @@
 // Which classes a provider serves.
 #pragma once
 
-#include <Pegasus/Common/CIMName.h>
-
 #include <map>
+
+#include <Pegasus/Common/CIMName.h>
 
 #include "servers/cimhost/schema/NameOrder.h"
 #include "servers/serving/ServedProvider.h"

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // cimhost: a CIM server for one machine that serves the USB diagnostics.
-#include <Pegasus/Common/Exception.h>
 #include <malloc.h>
 #include <unistd.h>
 
@@ -13,6 +12,8 @@
 #include <optional>
 #include <string>
 #include <system_error>
+
+#include <Pegasus/Common/Exception.h>
 
 #include "devicelist/DeviceListMount.h"
 #include "servers/cimhost/machine/HostControllers.h"

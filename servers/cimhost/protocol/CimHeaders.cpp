@@ -2,10 +2,10 @@
 // The header fields of CIM operations over HTTP.
 #include "servers/cimhost/protocol/CimHeaders.h"
 
+#include <algorithm>
+
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/Exception.h>
-
-#include <algorithm>
 
 #include "wire/cimxml/XmlError.h"
 #include "wire/cimxml/XmlText.h"

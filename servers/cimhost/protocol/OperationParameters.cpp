@@ -2,12 +2,12 @@
 // The parameters of an operation.
 #include "servers/cimhost/protocol/OperationParameters.h"
 
+#include <algorithm>
+#include <string>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/Exception.h>
-
-#include <algorithm>
-#include <string>
 
 #include "wire/cimxml/ObjectReader.h"
 #include "wire/cimxml/XmlText.h"

@@ -2,14 +2,14 @@
 // The parameters of an operation, read by what the operation calls for.
 #pragma once
 
+#include <initializer_list>
+#include <string_view>
+
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMPropertyList.h>
 #include <Pegasus/Common/String.h>
-
-#include <initializer_list>
-#include <string_view>
 
 #include "wire/cimxml/CimRequest.h"
 

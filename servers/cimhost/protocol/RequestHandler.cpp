@@ -2,10 +2,10 @@
 // From a request that has been read to the answer that is sent.
 #include "servers/cimhost/protocol/RequestHandler.h"
 
-#include <Pegasus/Common/Exception.h>
-
 #include <array>
 #include <string_view>
+
+#include <Pegasus/Common/Exception.h>
 
 #include "servers/cimhost/protocol/OperationParameters.h"
 #include "wire/cimxml/CimResponse.h"

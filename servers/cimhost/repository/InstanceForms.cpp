@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/repository/InstanceForms.h"
 
-#include <Pegasus/Common/CIMProperty.h>
-#include <Pegasus/Common/Exception.h>
-
 #include <cerrno>
 #include <cstdlib>
+
+#include <Pegasus/Common/CIMProperty.h>
+#include <Pegasus/Common/Exception.h>
 
 #include "servers/cimhost/schema/Text.h"
 #include "servers/serving/PathForms.h"

@@ -2,10 +2,10 @@
 // Instances and their names in the one form in which the repository keeps them.
 #pragma once
 
+#include <string>
+
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
-
-#include <string>
 
 #include "wire/cimxml/ClassDefinition.h"
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/repository/Repository.h"
 
-#include <Pegasus/Common/CIMProperty.h>
-#include <Pegasus/Common/Exception.h>
-
 #include <mutex>
 #include <utility>
 #include <vector>
+
+#include <Pegasus/Common/CIMProperty.h>
+#include <Pegasus/Common/Exception.h>
 
 #include "servers/cimhost/repository/InstanceForms.h"
 #include "servers/serving/PathForms.h"

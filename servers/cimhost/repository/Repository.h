@@ -2,17 +2,17 @@
 // The instances that no provider serves, in memory.
 #pragma once
 
-#include <Pegasus/Common/Array.h>
-#include <Pegasus/Common/CIMInstance.h>
-#include <Pegasus/Common/CIMName.h>
-#include <Pegasus/Common/CIMObjectPath.h>
-#include <Pegasus/Common/CIMPropertyList.h>
-
 #include <list>
 #include <map>
 #include <shared_mutex>
 #include <string>
 #include <unordered_map>
+
+#include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/CIMInstance.h>
+#include <Pegasus/Common/CIMName.h>
+#include <Pegasus/Common/CIMObjectPath.h>
+#include <Pegasus/Common/CIMPropertyList.h>
 
 #include "servers/cimhost/schema/NameOrder.h"
 #include "servers/cimhost/schema/Schema.h"

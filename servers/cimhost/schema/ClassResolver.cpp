@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/schema/ClassResolver.h"
 
-#include <Pegasus/Common/Exception.h>
-
 #include <utility>
+
+#include <Pegasus/Common/Exception.h>
 
 namespace cimhost {
 

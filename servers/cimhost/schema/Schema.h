@@ -2,11 +2,11 @@
 // The namespaces of the host with their qualifier declarations and classes.
 #pragma once
 
-#include <Pegasus/Common/CIMName.h>
-
 #include <map>
 #include <memory>
 #include <vector>
+
+#include <Pegasus/Common/CIMName.h>
 
 #include "servers/cimhost/schema/NameOrder.h"
 #include "wire/cimxml/ClassDefinition.h"

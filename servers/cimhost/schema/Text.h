@@ -2,9 +2,9 @@
 // Texts of the object model for messages and comparisons.
 #pragma once
 
-#include <Pegasus/Common/String.h>
-
 #include <string>
+
+#include <Pegasus/Common/String.h>
 
 namespace cimhost {
 

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <Pegasus/Provider/CIMOMHandle.h>
+#include <gtest/gtest.h>
 
 #include "tests/support/TestServer.h"
 #include "tests/support/Thrown.h"
-
-#include <gtest/gtest.h>
 
 using namespace Pegasus;
 

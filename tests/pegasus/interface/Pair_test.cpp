@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <Pegasus/Provider/Pair.h>
+#include <gtest/gtest.h>
 
 #include "tests/support/Thrown.h"
-
-#include <gtest/gtest.h>
 
 using namespace Pegasus;
 

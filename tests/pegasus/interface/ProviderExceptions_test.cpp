@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Under which status and with which text a client sees each refusal.
 #include <Pegasus/Provider/ProviderExceptions.h>
+#include <gtest/gtest.h>
 
 #include "tests/support/ObjectModelText.h"
-
-#include <gtest/gtest.h>
 
 using namespace Pegasus;
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include <Pegasus/Common/Array.h>
-#include <Pegasus/Common/CIMInstance.h>
-#include <Pegasus/Common/String.h>
-
 #include <memory>
 #include <new>
 #include <stdexcept>
+
+#include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/CIMInstance.h>
+#include <Pegasus/Common/String.h>
 
 #include "tests/pegasus/model/recorded.h"
 

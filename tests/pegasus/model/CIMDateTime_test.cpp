@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <Pegasus/Common/CIMDateTime.h>
-
 #include <cstdlib>
 #include <ctime>
 #include <regex>
 #include <vector>
+
+#include <Pegasus/Common/CIMDateTime.h>
 
 #include "tests/pegasus/model/recorded.h"
 

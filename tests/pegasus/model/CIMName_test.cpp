@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include <vector>
+
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/InternalException.h>
-
-#include <vector>
 
 #include "tests/pegasus/model/recorded.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include <vector>
+
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMValue.h>
-
-#include <vector>
 
 #include "tests/pegasus/model/recorded.h"
 

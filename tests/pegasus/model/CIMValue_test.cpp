@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <Pegasus/Common/CIMValue.h>
-
 #include <clocale>
 #include <cmath>
 #include <limits>
 #include <vector>
+
+#include <Pegasus/Common/CIMValue.h>
 
 #include "tests/pegasus/model/recorded.h"
 

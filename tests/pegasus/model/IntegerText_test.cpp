@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "pegasus/model/IntegerText.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
+
+#include <gtest/gtest.h>
 
 using namespace Pegasus;
 

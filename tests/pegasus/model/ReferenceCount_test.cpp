@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Handles that are copied and dropped by many threads at once; ThreadSanitizer sees what goes wrong.
+#include <atomic>
+#include <thread>
+#include <vector>
+
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/Detail/ReferenceCount.h>
 #include <gtest/gtest.h>
-
-#include <atomic>
-#include <thread>
-#include <vector>
 
 using namespace Pegasus;
 

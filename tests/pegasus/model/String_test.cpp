@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include <Pegasus/Common/InternalException.h>
-#include <Pegasus/Common/String.h>
-
 #include <sstream>
 #include <type_traits>
 #include <vector>
+
+#include <Pegasus/Common/InternalException.h>
+#include <Pegasus/Common/String.h>
 
 #include "tests/pegasus/model/recorded.h"
 

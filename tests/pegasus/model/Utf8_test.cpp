@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "pegasus/model/Utf8.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 using namespace Pegasus;
 

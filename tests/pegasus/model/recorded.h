@@ -6,15 +6,15 @@
 // of them are named in a test or stand in left_out.txt with a reason.
 #pragma once
 
+#include <initializer_list>
+#include <string>
+#include <typeinfo>
+
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/String.h>
 #include <gtest/gtest.h>
-
-#include <initializer_list>
-#include <string>
-#include <typeinfo>
 
 /// Names the recorded behaviour that the rest of the block checks.
 #define ROW(id) SCOPED_TRACE(id)

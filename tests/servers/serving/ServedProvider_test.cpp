@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "servers/serving/ServedProvider.h"
 
-#include <Pegasus/Provider/CIMInstanceProvider.h>
-#include <Pegasus/Provider/CIMMethodProvider.h>
-#include <Pegasus/Provider/ProviderExceptions.h>
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <functional>
 #include <future>
 #include <thread>
 #include <vector>
+
+#include <Pegasus/Provider/CIMInstanceProvider.h>
+#include <Pegasus/Provider/CIMMethodProvider.h>
+#include <Pegasus/Provider/ProviderExceptions.h>
+#include <gtest/gtest.h>
 
 using namespace Pegasus;
 using serving::MethodAnswer;

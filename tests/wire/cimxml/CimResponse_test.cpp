@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "wire/cimxml/CimResponse.h"
 
-#include <gtest/gtest.h>
-
 #include <Pegasus/Common/Exception.h>
+#include <gtest/gtest.h>
 
 #include "wire/cimxml/ObjectReader.h"
 #include "wire/cimxml/XmlError.h"

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "wire/cimxml/CimStatus.h"
 
-#include <gtest/gtest.h>
+#include <stdexcept>
 
 #include <Pegasus/Common/Exception.h>
-
-#include <stdexcept>
+#include <gtest/gtest.h>
 
 using namespace wire;
 

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "wire/cimxml/ObjectReader.h"
 
-#include <gtest/gtest.h>
-
 #include <Pegasus/Common/Array.h>
+#include <gtest/gtest.h>
 
 #include "wire/cimxml/XmlError.h"
 #include "wire/cimxml/XmlText.h"

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "wire/cimxml/ObjectWriter.h"
 
-#include <gtest/gtest.h>
-
 #include <Pegasus/Common/Array.h>
+#include <gtest/gtest.h>
 
 using namespace wire;
 using Pegasus::Array;

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "wire/cimxml/ValueText.h"
 
-#include <gtest/gtest.h>
+#include <limits>
 
 #include <Pegasus/Common/Array.h>
-
-#include <limits>
+#include <gtest/gtest.h>
 
 #include "wire/cimxml/XmlText.h"
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "wire/cimxml/XmlScan.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "wire/cimxml/XmlError.h"
 

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "wire/client/CimClient.h"
 
-#include <gtest/gtest.h>
+#include <memory>
 
 #include <Pegasus/Common/Exception.h>
-
-#include <memory>
+#include <gtest/gtest.h>
 
 #include "wire/cimxml/XmlText.h"
 #include "wire/http/HttpServer.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "wire/client/ServerUrl.h"
 
-#include <gtest/gtest.h>
-
 #include <stdexcept>
+
+#include <gtest/gtest.h>
 
 using namespace wire;
 

@@ -2,7 +2,6 @@
 #include "wire/http/HttpClient.h"
 
 #include <arpa/inet.h>
-#include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -10,6 +9,8 @@
 #include <array>
 #include <future>
 #include <thread>
+
+#include <gtest/gtest.h>
 
 #include "wire/http/HttpServer.h"
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "wire/http/HttpServer.h"
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <condition_variable>
 #include <list>
@@ -10,6 +8,8 @@
 #include <stdexcept>
 #include <system_error>
 #include <thread>
+
+#include <gtest/gtest.h>
 
 #include "tests/support/RawConnection.h"
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "wire/http/SocketStream.h"
 
-#include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -10,6 +9,8 @@
 #include <optional>
 #include <string>
 #include <thread>
+
+#include <gtest/gtest.h>
 
 using namespace wire;
 using std::chrono::milliseconds;

@@ -2,10 +2,10 @@
 // The handle through which a provider calls back into the server that loaded it.
 #pragma once
 
-#include <Pegasus/Provider/CIMOMConnection.h>
-
 #include <memory>
 #include <utility>
+
+#include <Pegasus/Provider/CIMOMConnection.h>
 
 namespace Pegasus {
 inline namespace provider_interface {

@@ -6,11 +6,11 @@
 // symbols apart from those that the server's libraries export.
 #pragma once
 
-#include <Pegasus/Common/Array.h>
-#include <Pegasus/Common/Exception.h>
-
 #include <utility>
 #include <vector>
+
+#include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/Exception.h>
 
 namespace Pegasus {
 inline namespace provider_interface {

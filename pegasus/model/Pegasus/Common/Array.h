@@ -2,15 +2,15 @@
 // The object model's growing array, whose copies share their elements until one of them is written.
 #pragma once
 
-#include <Pegasus/Common/Config.h>
-#include <Pegasus/Common/Detail/ReferenceCount.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <functional>
 #include <memory>
 #include <new>
 #include <utility>
+
+#include <Pegasus/Common/Config.h>
+#include <Pegasus/Common/Detail/ReferenceCount.h>
 
 namespace Pegasus {
 

@@ -2,6 +2,8 @@
 // A value of any CIM type, or null.
 #pragma once
 
+#include <variant>
+
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMDateTime.h>
 #include <Pegasus/Common/CIMObjectPath.h>
@@ -9,8 +11,6 @@
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/String.h>
-
-#include <variant>
 
 namespace Pegasus {
 

@@ -2,12 +2,12 @@
 // What a server tells its providers about a request besides its parameters.
 #pragma once
 
+#include <memory>
+#include <vector>
+
 #include <Pegasus/Common/Config.h>
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/String.h>
-
-#include <memory>
-#include <vector>
 
 namespace Pegasus {
 

@@ -2,13 +2,13 @@
 // The object model's text: UTF-16 inside, UTF-8 towards char.
 #pragma once
 
-#include <Pegasus/Common/Array.h>
-#include <Pegasus/Common/Char16.h>
-#include <Pegasus/Common/Config.h>
-
 #include <cstdlib>
 #include <iosfwd>
 #include <memory>
+
+#include <Pegasus/Common/Array.h>
+#include <Pegasus/Common/Char16.h>
+#include <Pegasus/Common/Config.h>
 
 namespace Pegasus {
 

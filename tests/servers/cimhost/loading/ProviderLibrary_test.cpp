@@ -2,9 +2,9 @@
 // A library that is no provider is refused with a message that names it.
 #include "servers/cimhost/loading/ProviderLibrary.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "servers/cimhost/loading/ServedClasses.h"
 

@@ -2,13 +2,14 @@
 // Host controllers are found in sysfs and in recorded lists.
 #include "servers/cimhost/machine/HostControllers.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 namespace cimhost {
 namespace {

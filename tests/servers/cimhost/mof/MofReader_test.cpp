@@ -2,13 +2,13 @@
 // MOF files are read as written, and each error says where it is and what is at fault.
 #include "servers/cimhost/mof/MofReader.h"
 
-#include <Pegasus/Common/CIMDateTime.h>
-#include <Pegasus/Common/CIMProperty.h>
-#include <gtest/gtest.h>
-
 #include <map>
 #include <stdexcept>
 #include <string>
+
+#include <Pegasus/Common/CIMDateTime.h>
+#include <Pegasus/Common/CIMProperty.h>
+#include <gtest/gtest.h>
 
 namespace cimhost {
 namespace {

@@ -2,13 +2,13 @@
 // Operations reach the provider or the repository, and answer as OpenPegasus was seen to answer.
 #include "servers/cimhost/operations/Dispatcher.h"
 
-#include <Pegasus/Common/CIMProperty.h>
-#include <Pegasus/Common/Exception.h>
-#include <gtest/gtest.h>
-
 #include <set>
 #include <string>
 #include <utility>
+
+#include <Pegasus/Common/CIMProperty.h>
+#include <Pegasus/Common/Exception.h>
+#include <gtest/gtest.h>
 
 #include "servers/cimhost/mof/MofReader.h"
 #include "servers/cimhost/operations/HostConnection.h"

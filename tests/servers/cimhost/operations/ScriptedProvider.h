@@ -2,14 +2,14 @@
 // A provider whose answers a test writes down.
 #pragma once
 
-#include <Pegasus/Common/Exception.h>
-#include <Pegasus/Provider/CIMInstanceProvider.h>
-#include <Pegasus/Provider/CIMMethodProvider.h>
-
 #include <functional>
 #include <map>
 #include <string>
 #include <vector>
+
+#include <Pegasus/Common/Exception.h>
+#include <Pegasus/Provider/CIMInstanceProvider.h>
+#include <Pegasus/Provider/CIMMethodProvider.h>
 
 namespace cimhost {
 

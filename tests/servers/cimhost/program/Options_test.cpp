@@ -2,9 +2,9 @@
 // The command line of cimhost.
 #include "servers/cimhost/program/Options.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
+
+#include <gtest/gtest.h>
 
 namespace cimhost {
 namespace {

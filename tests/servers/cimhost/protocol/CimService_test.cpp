@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/protocol/CimService.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <fstream>
+
+#include <gtest/gtest.h>
 
 #include "tests/servers/cimhost/protocol/ReplayOperations.h"
 #include "wire/http/PercentEncoding.h"

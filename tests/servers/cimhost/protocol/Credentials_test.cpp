@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/protocol/Credentials.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <fstream>
 #include <stdexcept>
+
+#include <gtest/gtest.h>
 
 #include "wire/http/BasicAuthentication.h"
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Recorded exchanges against the whole road from socket to socket: the recorded request goes in, the
 // recorded results come out of the operations, and what is answered must be what was recorded.
-#include <gtest/gtest.h>
-
 #include <map>
 #include <memory>
+
+#include <gtest/gtest.h>
 
 #include "servers/cimhost/protocol/CimService.h"
 #include "tests/servers/cimhost/protocol/RecordedExchange.h"

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/protocol/OperationParameters.h"
 
-#include <gtest/gtest.h>
-
 #include <Pegasus/Common/Exception.h>
+#include <gtest/gtest.h>
 
 #include "wire/cimxml/XmlText.h"
 

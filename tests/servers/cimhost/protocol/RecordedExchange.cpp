@@ -6,8 +6,9 @@
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <pugixml.hpp>
 #include <stdexcept>
+
+#include <pugixml.hpp>
 
 #include "tests/support/RawConnection.h"
 #include "wire/http/PercentEncoding.h"

@@ -2,13 +2,13 @@
 // The repository keeps instances as OpenPegasus' repository was seen to keep them.
 #include "servers/cimhost/repository/Repository.h"
 
-#include <Pegasus/Common/CIMProperty.h>
-#include <Pegasus/Common/Exception.h>
-#include <gtest/gtest.h>
-
 #include <string>
 #include <thread>
 #include <vector>
+
+#include <Pegasus/Common/CIMProperty.h>
+#include <Pegasus/Common/Exception.h>
+#include <gtest/gtest.h>
 
 #include "servers/cimhost/repository/InstanceForms.h"
 

@@ -2,10 +2,10 @@
 // The counting that lets handles share what they stand for, across threads and across libraries.
 #pragma once
 
-#include <Pegasus/Common/Config.h>
-
 #include <atomic>
 #include <utility>
+
+#include <Pegasus/Common/Config.h>
 
 namespace Pegasus::Detail {
 
