@@ -14,7 +14,7 @@ skip() {
 }
 
 [ "$(id -u)" = 0 ] || skip "making a Debian system needs root"
-for program in debootstrap:debootstrap dpkg-shlibdeps:dpkg-dev unshare:util-linux; do
+for program in debootstrap:debootstrap dpkg-shlibdeps:dpkg-dev file:file unshare:util-linux; do
     command -v "${program%:*}" >/dev/null || skip "there is no ${program%:*} (Debian package ${program#*:})"
 done
 unshare --mount --pid --fork true 2>/dev/null || skip "this machine allows no new mount namespaces"
@@ -49,6 +49,7 @@ done
 # A namespace of its own, whose root folder really is the new system: no mount of the test outlives it, and
 # ordinary users may make user namespaces there, which chroot would forbid them.
 status=0
+# shellcheck disable=SC2016 # the inner shell's variables
 unshare --mount --pid --fork --propagation private sh -eu -c '
     mount --bind "$1" "$1"
     cd "$1"
