@@ -1,4 +1,5 @@
 # SPDX-License-Identifier: MIT
+# shellcheck shell=bash
 # What the test of the Debian package does inside the bare system: /package.deb, the lists of samples and
 # what must be reported about them lie in the root folder.
 failures=0
@@ -21,7 +22,7 @@ exits_with() { # STATUS COMMAND...
     shift
     "$@" || status=$?
     echo "exit status $status, expected $expected"
-    [ $status = "$expected" ]
+    [ "$status" = "$expected" ]
 }
 
 reports() { # SAMPLE [PREFIX OF THE COMMAND]...
