@@ -10,7 +10,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "cli/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 
 namespace usbhcdiag {
 namespace {
@@ -81,8 +81,8 @@ const char* const replayAdvice = "A recorded list is read with\n    usbhcdiag ru
 
 DeviceListFinding examineDeviceList(const std::string& path) {
     // Without waiting for the other end of a FIFO.
-    const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    if (file.get() < 0) {
+    const base::FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (!file.isOpen()) {
         return failed(errno);
     }
     struct stat status {};

@@ -51,15 +51,15 @@ std::string randomHex() {
 }
 
 /// A file in memory that only its owner may read.
-FileDescriptor memoryFile(const char* name) {
-    FileDescriptor file(::memfd_create(name, MFD_CLOEXEC));
-    if (file.get() < 0 || ::fchmod(file.get(), S_IRUSR | S_IWUSR) != 0) {
+base::FileDescriptor memoryFile(const char* name) {
+    base::FileDescriptor file(::memfd_create(name, MFD_CLOEXEC));
+    if (!file.isOpen() || ::fchmod(file.get(), S_IRUSR | S_IWUSR) != 0) {
         throw Failure("cannot make a file in memory: " + reason());
     }
     return file;
 }
 
-void writeAll(const FileDescriptor& file, const std::string& text) {
+void writeAll(const base::FileDescriptor& file, const std::string& text) {
     if (::write(file.get(), text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
         throw Failure("cannot write to a file in memory: " + reason());
     }
@@ -95,8 +95,8 @@ PrivateServer::PrivateServer(const std::string& program, const std::optional<std
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
         throw Failure("cannot make a pipe: " + reason());
     }
-    const FileDescriptor readEnd(ends[0]);
-    FileDescriptor writeEnd(ends[1]);
+    const base::FileDescriptor readEnd(ends[0]);
+    base::FileDescriptor writeEnd(ends[1]);
     const pid_t parent = ::getpid();
     process_ = ::fork();
     if (process_ < 0) {
@@ -105,7 +105,7 @@ PrivateServer::PrivateServer(const std::string& program, const std::optional<std
     if (process_ == 0) {
         become(program, devices, writeEnd.get(), parent);
     }
-    writeEnd = FileDescriptor();
+    writeEnd.close();
     try {
         awaitReady(program, readEnd);
     } catch (...) {
@@ -150,7 +150,7 @@ void PrivateServer::become(const std::string& program, const std::optional<std::
     ::_exit(1);
 }
 
-void PrivateServer::awaitReady(const std::string& program, const FileDescriptor& readyPipe) {
+void PrivateServer::awaitReady(const std::string& program, const base::FileDescriptor& readyPipe) {
     constexpr std::string_view announcement = "listening on ";
     const auto deadline = Clock::now() + startLimit;
     std::string line;

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "cli/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 
 namespace usbhcdiag {
 
@@ -40,14 +40,14 @@ public:
 private:
     [[noreturn]] void become(const std::string& program, const std::optional<std::string>& devices,
                              int readyPipe, pid_t parent) const;
-    void awaitReady(const std::string& program, const FileDescriptor& readyPipe);
+    void awaitReady(const std::string& program, const base::FileDescriptor& readyPipe);
     void end();
 
     std::string url_;
     std::string user_;
     std::string password_;
-    FileDescriptor credentials_;
-    FileDescriptor diagnostics_;
+    base::FileDescriptor credentials_;
+    base::FileDescriptor diagnostics_;
     pid_t process_ = -1;
 };
 

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "cli/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 
 namespace usbhcdiag {
 namespace {
@@ -20,7 +20,7 @@ protected:
     }
 
     // The controlling side of a new pseudo terminal; it counts as a terminal itself.
-    FileDescriptor terminal_{::posix_openpt(O_RDWR | O_NOCTTY)};
+    base::FileDescriptor terminal_{::posix_openpt(O_RDWR | O_NOCTTY)};
 };
 
 TEST_F(TerminalTest, ColoursATerminal) {
@@ -28,7 +28,7 @@ TEST_F(TerminalTest, ColoursATerminal) {
 }
 
 TEST_F(TerminalTest, DoesNotColourAFile) {
-    const FileDescriptor file(::open("/dev/null", O_WRONLY));
+    const base::FileDescriptor file(::open("/dev/null", O_WRONLY));
     EXPECT_FALSE(mayColour(file.get()));
 }
 
