@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Appending to the debug log.
 #include "diag/DebugLogFile.h"
 
 #include <fcntl.h>
@@ -15,7 +14,7 @@ void appendToLogFile(const char* fileName, const char* text) {
         return;
     }
     constexpr mode_t permissions = 0664;
-    // Non-blocking, so that a FIFO put in the log's place cannot hold up the server.
+    // Non-blocking, so that a FIFO in place of the log cannot block the server.
     const int file = open(
         fileName, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permissions);
     if (file < 0) {

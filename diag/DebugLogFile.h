@@ -4,17 +4,17 @@
 
 namespace Pegasus {
 
-/// Appends a text to a log file, which is opened and closed for it: what was logged is on disk when
-/// the call returns, even if the process dies right after.
+/// Appends a text to a log file. The file is opened and closed in each call, so that nothing is lost
+/// if the process dies right after it.
 ///
-/// A file that does not exist is made with permissions 0664 less the process's umask.
+/// A missing file is created with permissions 0664 less the process's umask.
 ///
-/// @param fileName path of the file, relative to the working directory; an empty one logs nothing
-/// @param text     zero-terminated; written as it stands
+/// @param fileName path of the file, relative to the working directory; nothing is logged if empty
+/// @param text     zero-terminated; written unchanged
 ///
-/// Reports no failure: a file that cannot be opened or written loses the text. A FIFO without a
-/// reader counts as such a file and does not block. Any thread may call it; the texts of two threads
-/// come one after the other in either order.
+/// Failures are ignored: if the file cannot be opened or written, the text is lost. This includes a
+/// FIFO without a reader, which does not block. Any thread may call it; the texts of two threads
+/// are written one after the other, in either order.
 void appendToLogFile(const char* fileName, const char* text);
 
 }  // namespace Pegasus

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Bytes of unknown origin as CIM text.
 #include "diag/DeviceText.h"
 
 #include <algorithm>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Which exclusive test runs on which element, and whether another run may start.
 #include "diag/ExclusiveRuns.h"
 
 #include "diag/ReturnCode.h"
@@ -16,22 +15,22 @@ bool isRunOf(const Pair<String, String>& run, const String& deviceId, const Stri
 Uint32 checkExclusivity(const ExclusivityFacts& facts, ExclusiveRuns& runs, const String& deviceId,
                         const String& testName) {
     if (facts.isExclusive && facts.isInUse) {
-        return ReturnCode::EXCLUSIVE_TEST_RUNNING;
+        return return_code::exclusiveTestRunning;
     }
     if (facts.isExclusiveForElement && facts.isInUse) {
         return recordExclusiveRun(runs, deviceId, testName);
     }
-    return ReturnCode::SUCCESS;
+    return return_code::success;
 }
 
 Uint32 recordExclusiveRun(ExclusiveRuns& runs, const String& deviceId, const String& testName) {
     for (Uint32 i = 0; i < runs.size(); ++i) {
         if (isRunOf(runs[i], deviceId, testName)) {
-            return ReturnCode::EXCLUSIVE_TEST_RUNNING;
+            return return_code::exclusiveTestRunning;
         }
         runs.append(Pair<String, String>(deviceId, testName));
     }
-    return ReturnCode::SUCCESS;
+    return return_code::success;
 }
 
 void forgetExclusiveRun(ExclusiveRuns& runs, const String& deviceId, const String& testName) {

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Reading and building the properties of instances.
 #include "diag/InstanceProperties.h"
 
 #include <Pegasus/Provider/ProviderExceptions.h>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// What the tables of tests, results and associations have in common.
 #include "diag/InstanceTable.h"
 
 namespace Pegasus {
@@ -23,13 +22,13 @@ Uint32 findPath(const InstanceTable& table, const CIMObjectPath& path) {
     return PEG_NOT_FOUND;
 }
 
-Array<CIMInstance> copyOfInstance(const InstanceTable& table, Uint32 index) {
+Array<CIMInstance> cloneOfInstance(const InstanceTable& table, Uint32 index) {
     Array<CIMInstance> copies;
     copies.append(table[index].second.clone());
     return copies;
 }
 
-Array<CIMInstance> copiesOfInstances(const InstanceTable& table) {
+Array<CIMInstance> clonesOfInstances(const InstanceTable& table) {
     Array<CIMInstance> copies;
     copies.reserveCapacity(table.size());
     for (Uint32 i = 0; i < table.size(); ++i) {

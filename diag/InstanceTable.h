@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the tables of tests, results and associations have in common.
+// The table of instances that tests, results and associations are kept in.
+// One thread at a time may use a table.
 #pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
@@ -8,28 +9,28 @@
 
 namespace Pegasus {
 
-/// Instances with their paths, in the order in which they were made. The paths carry neither host
-/// nor namespace.
+/// Instances with their paths, in the order of insertion. The paths have neither host nor
+/// namespace.
 using InstanceTable = Array<Pair<CIMObjectPath, CIMInstance>>;
 
-/// A path as the tables hold it: of that class and with those keys alone.
+/// A path in the form that the tables hold: class name and keys only.
 CIMObjectPath tablePath(const CIMName& className, const Array<CIMKeyBinding>& keys);
 
-/// Appends an instance, which from then on carries its path.
+/// Appends an instance and sets its path.
 void appendTo(InstanceTable& table, const CIMObjectPath& path, CIMInstance& instance);
 
-/// The position of the first entry with the class name and the keys of `path`, whose host and
-/// namespace do not count; PEG_NOT_FOUND if there is none.
+/// The index of the first entry with the class name and the keys of `path`, or PEG_NOT_FOUND. Host
+/// and namespace of `path` are ignored.
 Uint32 findPath(const InstanceTable& table, const CIMObjectPath& path);
 
-// What leaves a table is a copy of its own. Copies of a CIMInstance share their properties and
-// path, and the server writes into what it is handed while the next request changes the table.
+// Instances that leave a table are clones: copies of a CIMInstance share their properties and path,
+// and the server writes into what it receives while the next request changes the table.
 
-/// A copy of one entry's instance, as an array of one.
-Array<CIMInstance> copyOfInstance(const InstanceTable& table, Uint32 index);
+/// A clone of one entry's instance, as an array of one. Throws IndexOutOfBoundsException.
+Array<CIMInstance> cloneOfInstance(const InstanceTable& table, Uint32 index);
 
-/// Copies of all instances in table order.
-Array<CIMInstance> copiesOfInstances(const InstanceTable& table);
+/// Clones of all instances in table order.
+Array<CIMInstance> clonesOfInstances(const InstanceTable& table);
 
 /// All paths in table order.
 Array<CIMObjectPath> copiesOfPaths(const InstanceTable& table);

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Single keys of an object path.
 #include "diag/PathKeys.h"
 
 namespace Pegasus {

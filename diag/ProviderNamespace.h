@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The CIM namespace in which the provider's classes live.
+// The CIM namespace of the provider's classes.
 #pragma once
 
 namespace Pegasus {
 
-// A character array and no String: objects with static lifetime in several files need it while the
-// library is being loaded, in whatever order the loader constructs them.
-constexpr char PROVIDER_NAMESPACE[] = "root/kavex";
+// A character array, not a String: static objects in several files use it while the library is
+// loaded, in an order that nothing fixes.
+constexpr char providerNamespace[] = "root/kavex";
 
 }  // namespace Pegasus

@@ -4,11 +4,12 @@
 
 #include <Pegasus/Common/Config.h>
 
-namespace Pegasus::TestState {
+namespace Pegasus::test_state {
 
-constexpr Uint16 PASSED = 2;
-constexpr Uint16 FAILED = 3;
-constexpr Uint16 IN_PROGRESS = 4;
-constexpr Uint16 STOPPED = 7;
+constexpr Uint16 passed = 2;
+constexpr Uint16 failed = 3;
+constexpr Uint16 inProgress = 4;
+/// A client asked to discontinue the test.
+constexpr Uint16 stopped = 7;
 
-}  // namespace Pegasus::TestState
+}  // namespace Pegasus::test_state

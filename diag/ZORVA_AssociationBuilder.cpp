@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The instances of one association class. What the two roles are by default is the test's own
-// affair, so those two operations are defined beside it.
+// The default roles are defined in usbhc/RoleReferences.cpp, since they name classes of the test.
 #include "diag/ZORVA_AssociationBuilder.h"
 
 #include <Pegasus/Provider/KeyBinding.h>
@@ -18,7 +17,7 @@ ZORVA_AssociationBuilder::ZORVA_AssociationBuilder(CIMOMHandle& handle, String a
              role2ReferenceClass);
     const Array<CIMObjectPath> role1 = ZORVA_AssociationBuilder::getRole1References();
     const Array<CIMObjectPath> role2 = ZORVA_AssociationBuilder::getRole2References();
-    _associations = ZORVA_AssociationBuilder::getAssociations(role1, role2);
+    associations_ = ZORVA_AssociationBuilder::getAssociations(role1, role2);
 }
 
 ZORVA_AssociationBuilder::~ZORVA_AssociationBuilder() = default;
@@ -27,12 +26,12 @@ void ZORVA_AssociationBuilder::describe(CIMOMHandle& handle, const String& assoc
                                         const String& role1Property, const String& role2Property,
                                         const String& role1ReferenceClass,
                                         const String& role2ReferenceClass) {
-    _handle = handle;
-    _associationClass = associationClass;
-    _role1Property = role1Property;
-    _role2Property = role2Property;
-    _role1ReferenceClass = role1ReferenceClass;
-    _role2ReferenceClass = role2ReferenceClass;
+    handle_ = handle;
+    associationClass_ = associationClass;
+    role1Property_ = role1Property;
+    role2Property_ = role2Property;
+    role1ReferenceClass_ = role1ReferenceClass;
+    role2ReferenceClass_ = role2ReferenceClass;
 }
 
 Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_AssociationBuilder::getAssociations(
@@ -54,7 +53,7 @@ Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_AssociationBuilder::getAssociation
     const Array<CIMObjectPath>& role1Paths = role1;
     const Array<CIMObjectPath>& role2Paths = role2;
     InstanceTable table;
-    // Both values outlive their path on purpose: the next path without the key inherits them.
+    // Declared outside the loops on purpose: a path without the key inherits the previous value.
     String role1KeyValue;
     String role2KeyValue;
     for (Uint32 i = 0; i < role2Paths.size(); ++i) {
@@ -71,14 +70,14 @@ Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_AssociationBuilder::getAssociation
 
 void ZORVA_AssociationBuilder::appendAssociation(InstanceTable& table, const CIMObjectPath& role1,
                                                  const CIMObjectPath& role2) const {
-    const CIMName className(_associationClass);
-    const CIMName role1Property(_role1Property);
-    const CIMName role2Property(_role2Property);
+    const CIMName className(associationClass_);
+    const CIMName role1Property(role1Property_);
+    const CIMName role2Property(role2Property_);
     CIMInstance instance(className);
     instance.addProperty(
-        CIMProperty(role2Property, CIMValue(role2), 0, CIMName(_role2ReferenceClass)));
+        CIMProperty(role2Property, CIMValue(role2), 0, CIMName(role2ReferenceClass_)));
     instance.addProperty(
-        CIMProperty(role1Property, CIMValue(role1), 0, CIMName(_role1ReferenceClass)));
+        CIMProperty(role1Property, CIMValue(role1), 0, CIMName(role1ReferenceClass_)));
 
     Array<KeyBinding> keys;
     keys.append(KeyBinding(role1Property, role1.toString(), KeyBinding::STRING));
@@ -87,19 +86,19 @@ void ZORVA_AssociationBuilder::appendAssociation(InstanceTable& table, const CIM
 }
 
 Array<CIMInstance> ZORVA_AssociationBuilder::getAssocInstance(CIMObjectPath reference) {
-    const Uint32 index = findPath(_associations, reference);
+    const Uint32 index = findPath(associations_, reference);
     if (index == PEG_NOT_FOUND) {
         throw BadReference("Invalid Reference");
     }
-    return copyOfInstance(_associations, index);
+    return cloneOfInstance(associations_, index);
 }
 
 Array<CIMInstance> ZORVA_AssociationBuilder::enumAssocInstances() {
-    return copiesOfInstances(_associations);
+    return clonesOfInstances(associations_);
 }
 
 Array<CIMObjectPath> ZORVA_AssociationBuilder::enumAssocReferences() {
-    return copiesOfPaths(_associations);
+    return copiesOfPaths(associations_);
 }
 
 }  // namespace Pegasus

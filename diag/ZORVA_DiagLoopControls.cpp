@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// What the loop settings of a result ask for.
 #include "diag/ZORVA_DiagLoopControls.h"
 
 #include <cstdlib>
@@ -10,18 +9,22 @@
 namespace Pegasus {
 namespace {
 
-// The values of "LoopControl" that mean something here.
-constexpr Uint16 CONTINUOUS = 2;
-constexpr Uint16 COUNT = 3;
-constexpr Uint16 TIMER = 4;
-constexpr Uint16 ERROR_COUNT = 5;
+namespace loop_code {
 
-// What several of them together come to.
-constexpr Uint16 COUNT_AND_TIMER = 51;
-constexpr Uint16 COUNT_AND_ERROR_COUNT = 52;
-constexpr Uint16 TIMER_AND_ERROR_COUNT = 53;
-constexpr Uint16 ALL_THREE = 54;
-constexpr Uint16 NONE = 56;
+// The values of "LoopControl" that are not ignored.
+constexpr Uint16 continuous = 2;
+constexpr Uint16 count = 3;
+constexpr Uint16 timer = 4;
+constexpr Uint16 errorCount = 5;
+
+// The codes of their combinations.
+constexpr Uint16 countAndTimer = 51;
+constexpr Uint16 countAndErrorCount = 52;
+constexpr Uint16 timerAndErrorCount = 53;
+constexpr Uint16 allThree = 54;
+constexpr Uint16 none = 56;
+
+}  // namespace loop_code
 
 Uint32 decimalValue(const String& text) {
     constexpr int base = 10;
@@ -44,66 +47,66 @@ Uint32 ZORVA_DiagLoopControls::getThisTestLoopControl() {
     const Array<Uint16>& controls = controlValues;
     const Array<String>& parameters = parameterValues;
 
-    bool continuous = false;
-    bool count = false;
-    bool timer = false;
-    bool errorCount = false;
+    bool isContinuous = false;
+    bool hasCount = false;
+    bool hasTimer = false;
+    bool hasErrorCount = false;
     for (Uint32 i = 0; i < controls.size(); ++i) {
         switch (controls[i]) {
-            case CONTINUOUS:
-                continuous = true;
+            case loop_code::continuous:
+                isContinuous = true;
                 break;
-            case COUNT:
-                count = true;
+            case loop_code::count:
+                hasCount = true;
                 loopCountLimit_ = decimalValue(parameters[i]);
                 break;
-            case TIMER:
-                timer = true;
+            case loop_code::timer:
+                hasTimer = true;
                 timerEnd_ = now() + decimalValue(parameters[i]);
                 break;
-            case ERROR_COUNT:
-                errorCount = true;
+            case loop_code::errorCount:
+                hasErrorCount = true;
                 errorCountLimit_ = decimalValue(parameters[i]);
                 break;
             default:
                 break;
         }
     }
-    if (continuous) {
-        return CONTINUOUS;
+    if (isContinuous) {
+        return loop_code::continuous;
     }
-    if (count && timer) {
-        return errorCount ? ALL_THREE : COUNT_AND_TIMER;
+    if (hasCount && hasTimer) {
+        return hasErrorCount ? loop_code::allThree : loop_code::countAndTimer;
     }
-    if (count) {
-        return errorCount ? COUNT_AND_ERROR_COUNT : COUNT;
+    if (hasCount) {
+        return hasErrorCount ? loop_code::countAndErrorCount : loop_code::count;
     }
-    if (timer) {
-        return errorCount ? TIMER_AND_ERROR_COUNT : TIMER;
+    if (hasTimer) {
+        return hasErrorCount ? loop_code::timerAndErrorCount : loop_code::timer;
     }
-    return errorCount ? ERROR_COUNT : NONE;
+    return hasErrorCount ? loop_code::errorCount : loop_code::none;
 }
 
 Boolean ZORVA_DiagLoopControls::continueLoopingCheck(Uint16 code) {
     updateLoopCount();
     switch (code) {
-        case CONTINUOUS:
-            return retrieveResultProperty("TestState") == CIMValue(TestState::STOPPED);
-        case COUNT:
+        case loop_code::continuous:
+            return retrieveResultProperty("TestState") == CIMValue(test_state::stopped);
+        case loop_code::count:
             return LoopCountExceeded();
-        case TIMER:
+        case loop_code::timer:
             return TimerExceeded();
-        case ERROR_COUNT:
+        case loop_code::errorCount:
             return ErrorCountExceeded();
-        case COUNT_AND_TIMER:
+        case loop_code::countAndTimer:
             return LoopCountExceeded() || TimerExceeded();
-        case COUNT_AND_ERROR_COUNT:
+        case loop_code::countAndErrorCount:
             return LoopCountExceeded() || ErrorCountExceeded();
-        case TIMER_AND_ERROR_COUNT:
+        case loop_code::timerAndErrorCount:
             return TimerExceeded() || ErrorCountExceeded();
-        case ALL_THREE:
+        case loop_code::allThree:
             return LoopCountExceeded() || TimerExceeded() || ErrorCountExceeded();
-        case NONE:
+        case loop_code::none:
             return true;
         default:
             return false;
@@ -112,9 +115,9 @@ Boolean ZORVA_DiagLoopControls::continueLoopingCheck(Uint16 code) {
 
 void ZORVA_DiagLoopControls::updateLoopCount() {
     const CIMValue state = retrieveResultProperty("TestState");
-    if (state == CIMValue(TestState::PASSED)) {
+    if (state == CIMValue(test_state::passed)) {
         writeToResults("LoopsPassed", CIMValue(countProperty("LoopsPassed") + 1));
-    } else if (state == CIMValue(TestState::FAILED)) {
+    } else if (state == CIMValue(test_state::failed)) {
         writeToResults("LoopsFailed", CIMValue(countProperty("LoopsFailed") + 1));
     }
 }
@@ -122,8 +125,8 @@ void ZORVA_DiagLoopControls::updateLoopCount() {
 void ZORVA_DiagLoopControls::updateErrorCount(Uint32 /*errors*/) {}
 
 Boolean ZORVA_DiagLoopControls::LoopCountExceeded() {
-    // "Loopsfailed" is how readers of this property have always spelt it; property names ignore
-    // case, so it is the property that updateLoopCount() writes as "LoopsFailed".
+    // Readers of this property know it as "Loopsfailed". Property names ignore case, so this is the
+    // property that updateLoopCount() writes as "LoopsFailed".
     return countProperty("LoopsPassed") + countProperty("Loopsfailed") >= loopCountLimit_;
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the loop settings of a result ask for.
+// Interprets the loop settings of a result.
 #pragma once
 
 #include <Pegasus/Common/CIMValue.h>
@@ -7,8 +7,8 @@
 
 namespace Pegasus {
 
-/// Interprets "LoopControl" and "LoopControlParameter" of a result record, says whether a looping
-/// test should stop, and counts its passes.
+/// Interprets "LoopControl" and "LoopControlParameter" of a result record, tells whether a looping
+/// test must stop, and counts its passes.
 ///
 /// A test that loops asks getThisTestLoopControl() once and continueLoopingCheck() after each pass.
 /// One thread at a time.
@@ -22,30 +22,29 @@ public:
     /// Sets a property of the result record.
     virtual void writeToResults(String propertyName, CIMValue value) = 0;
 
-    /// Reads the loop settings and returns their combined code: 2 continuous, which wins over all
-    /// others; 3 count, 4 timer, 5 error count alone; 51 count and timer; 52 count and error count;
-    /// 53 timer and error count; 54 all three; 56 none.
+    /// Reads the loop settings and returns their combined code: 2 continuous, which overrides all
+    /// others; 3 count, 4 timer or 5 error count alone; 51 count and timer; 52 count and error
+    /// count; 53 timer and error count; 54 all three; 56 none.
     ///
-    /// Of several settings of a kind the last one counts. A parameter is read as a decimal number
-    /// (for a timer: seconds) up to the first other character, 0 where it begins with none. Throws
-    /// IndexOutOfBoundsException where "LoopControlParameter" is too short.
+    /// If there are several settings of a kind, the last one counts. A parameter is read as a
+    /// decimal number (for a timer: seconds) up to the first other character, 0 if there are no
+    /// digits. Throws IndexOutOfBoundsException if "LoopControlParameter" is too short.
     Uint32 getThisTestLoopControl();
 
-    /// Counts the pass that has ended, then says whether the loop must stop now. Codes that
-    /// getThisTestLoopControl() never returns stop nothing.
+    /// Counts the pass that has ended, then returns whether the loop must stop. Always false for
+    /// codes that getThisTestLoopControl() never returns.
     Boolean continueLoopingCheck(Uint16 code);
 
-    /// Adds 1 to "LoopsPassed" of a result whose "TestState" is 2, to "LoopsFailed" of one whose
-    /// state is 3.
+    /// Adds 1 to the result's "LoopsPassed" if its "TestState" is 2, to "LoopsFailed" if it is 3.
     void updateLoopCount();
 
     /// Does nothing: errors are not counted.
     void updateErrorCount(Uint32 errors);
 
-    /// Whether as many loops have passed and failed as were asked for.
+    /// Whether as many passes have ended as were requested.
     Boolean LoopCountExceeded();
 
-    /// Whether the time that was asked for is over.
+    /// Whether the requested time is over.
     Boolean TimerExceeded();
 
     /// Always false: errors are not counted.

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The method "RunTest", as far as it is the same for every test.
 #include "diag/ZORVA_DiagRunTestMethod.h"
 
 #include "diag/ProviderNamespace.h"
@@ -14,7 +13,7 @@ ExclusiveRuns ZORVA_DiagRunTestMethod::mse_test_assoc;
 
 ZORVA_DiagRunTestMethod::ZORVA_DiagRunTestMethod(CIMOMHandle& handle, String testName,
                                                  Array<CIMParamValue> inParameters)
-    : _handle(handle), _testName(testName), _inParameters(inParameters) {}
+    : handle_(handle), testName_(testName), inParameters_(inParameters) {}
 
 ZORVA_DiagRunTestMethod::~ZORVA_DiagRunTestMethod() = default;
 
@@ -23,10 +22,10 @@ CIMValue ZORVA_DiagRunTestMethod::processTest(Array<CIMParamValue>& outParameter
         return CIMValue(code);
     }
     if (!doResultsExist()) {
-        return CIMValue(ReturnCode::NO_RESULT_RECORD);
+        return CIMValue(return_code::noResultRecord);
     }
-    if (retrieveResultProperty("TestState") == CIMValue(TestState::IN_PROGRESS)) {
-        return CIMValue(ReturnCode::TEST_IN_PROGRESS);
+    if (retrieveResultProperty("TestState") == CIMValue(test_state::inProgress)) {
+        return CIMValue(return_code::testInProgress);
     }
     if (const Uint32 code = verifySettings()) {
         return CIMValue(code);
@@ -35,33 +34,33 @@ CIMValue ZORVA_DiagRunTestMethod::processTest(Array<CIMParamValue>& outParameter
         return CIMValue(code);
     }
     CIMObjectPath reference = retrieveResultReference();
-    reference.setNameSpace(CIMNamespaceName(PROVIDER_NAMESPACE));
+    reference.setNameSpace(CIMNamespaceName(providerNamespace));
     outParameters.append(CIMParamValue("Result", CIMValue(reference), true));
     return CIMValue(executeTest());
 }
 
 Uint32 ZORVA_DiagRunTestMethod::verifyMSE() {
-    return ReturnCode::SUCCESS;
+    return return_code::success;
 }
 
 Uint32 ZORVA_DiagRunTestMethod::verifyExclusivity() {
-    return ReturnCode::SUCCESS;
+    return return_code::success;
 }
 
 Uint32 ZORVA_DiagRunTestMethod::executeTest() {
-    return ReturnCode::SUCCESS;
+    return return_code::success;
 }
 
 Uint32 ZORVA_DiagRunTestMethod::verifySettings() {
     ZORVA_DiagUtils::DEBUG_PRINT("         in verifySettings \n");
-    ZORVA_InParameterHandler parameters(_inParameters);
+    ZORVA_InParameterHandler parameters(inParameters_);
     const CIMValue value = parameters.getInParameterValue("Setting");
     if (!parameters.isParamTypeReference(value)) {
-        return ReturnCode::SUCCESS;
+        return return_code::success;
     }
-    CIMInstance setting = parameters.getInParameterInstance(_handle, value);
+    CIMInstance setting = parameters.getInParameterInstance(handle_, value);
     if (setting.isUninitialized()) {
-        return ReturnCode::SUCCESS;
+        return return_code::success;
     }
     for (const char* name :
          {"QuickMode", "TestWarningLevel", "ReportSoftErrors", "ReportStatusMessages",
@@ -69,7 +68,7 @@ Uint32 ZORVA_DiagRunTestMethod::verifySettings() {
           "OtherLoopControlDescription"}) {
         putSettingInResult(setting, name);
     }
-    return ReturnCode::SUCCESS;
+    return return_code::success;
 }
 
 void ZORVA_DiagRunTestMethod::putSettingInResult(CIMInstance& setting, String propertyName) {

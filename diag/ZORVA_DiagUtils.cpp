@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The provider's debug log and the current time as CIM writes it.
 #include "diag/ZORVA_DiagUtils.h"
 
 #include "diag/DebugLogFile.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The provider's debug log and the current time as CIM writes it.
+// The provider's debug log and clock.
 #pragma once
 
 #include <Pegasus/Common/CIMDateTime.h>
@@ -7,18 +7,17 @@
 
 namespace Pegasus {
 
-/// Debug log and clock of the provider.
+/// Debug log and clock of the provider. All operations may be called from any thread.
 class ZORVA_DiagUtils {
 public:
     ZORVA_DiagUtils() = default;
     virtual ~ZORVA_DiagUtils();
 
-    /// Appends the message to the debug log exactly as it stands: callers supply their own leading
-    /// blanks and line ends.
+    /// Appends the message to the debug log unchanged: callers supply leading blanks and line ends.
     ///
-    /// The log's name is fixed when the library is built (CMake variable ZORVA_LOG_FILE; an empty
-    /// one turns the log off). A log that cannot be written is passed over in silence. Any thread
-    /// may call this; a line written in several calls may be split by another thread's text.
+    /// The name of the log is fixed when the library is built (CMake variable ZORVA_LOG_FILE; an
+    /// empty name turns the log off). Failures to write are ignored. The text of another thread may
+    /// come between two calls.
     static void DEBUG_PRINT(String message);
 
     /// The current local time with its offset from UTC.

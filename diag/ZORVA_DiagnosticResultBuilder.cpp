@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The table of the results of all diagnostic runs.
 #include "diag/ZORVA_DiagnosticResultBuilder.h"
 
 #include <algorithm>
@@ -19,81 +18,82 @@
 namespace Pegasus {
 namespace {
 
-// Every line of a report needs these, so they are made once.
-const CIMName DIAGNOSTIC_NAME("DiagnosticName");
-const CIMName EXECUTION_ID("ExecutionID");
-const CIMName TEST_RESULTS("TestResults");
-const CIMValue NO_LINES{Array<String>()};
+// Used for every line of a report, so they are made once.
+const CIMName diagnosticNameProperty("DiagnosticName");
+const CIMName executionIdProperty("ExecutionID");
+const CIMName testResultsProperty("TestResults");
+const CIMValue noLines{Array<String>()};
 
 struct DefaultProperty {
     CIMName name;
     CIMValue value;
 };
 
-// Every result begins with these. Made once, so that all results share the names.
-const CIMValue NO_TIME{CIMDateTime()};
-const CIMValue NO(Boolean(false));
-const CIMValue NO_TEXT{String()};
-const DefaultProperty DEFAULT_PROPERTIES[] = {
-    {"TimeStamp", NO_TIME},
-    {"TestStartTime", NO_TIME},
-    {"TestCompletionTime", NO_TIME},
-    {"IsPackage", NO},
+// The properties of every new result. Made once, so that all results share the names.
+const CIMValue noTime{CIMDateTime()};
+const CIMValue no(Boolean(false));
+const CIMValue noText{String()};
+const DefaultProperty defaultProperties[] = {
+    {"TimeStamp", noTime},
+    {"TestStartTime", noTime},
+    {"TestCompletionTime", noTime},
+    {"IsPackage", no},
     {"TestState", CIMValue(Uint16(0))},
-    {"OtherStateDescription", NO_TEXT},
+    {"OtherStateDescription", noText},
     {"EstimatedTimeOfPerforming", CIMValue(Uint32(0))},
-    {TEST_RESULTS, NO_LINES},
+    {testResultsProperty, noLines},
     {"PercentComplete", CIMValue(Uint8(0))},
     {"TestWarningLevel", CIMValue(Uint16(0))},
-    {"ReportSoftErrors", NO},
-    {"ReportStatusMessages", NO},
-    {"HaltOnError", NO},
-    {"QuickMode", NO},
+    {"ReportSoftErrors", no},
+    {"ReportStatusMessages", no},
+    {"HaltOnError", no},
+    {"QuickMode", no},
     {"PercentOfTestCoverage", CIMValue(Uint8(0))},
-    {"LoopControlParameter", NO_LINES},
+    {"LoopControlParameter", noLines},
     {"LoopControl", CIMValue(Array<Uint16>())},
-    {"OtherLoopControlDescription", NO_TEXT},
-    {"ErrorCode", NO_LINES},
+    {"OtherLoopControlDescription", noText},
+    {"ErrorCode", noLines},
     {"ErrorCount", CIMValue(Array<Uint32>())},
     {"LoopsFailed", CIMValue(Uint32(0))},
     {"LoopsPassed", CIMValue(Uint32(0))},
 };
 
-// "TestResults" is missing because it only grows, "ErrorCode" because nothing ever sets it.
-constexpr const char* WRITABLE_PROPERTIES[] = {"TimeStamp",
-                                               "TestStartTime",
-                                               "TestCompletionTime",
-                                               "TestState",
-                                               "OtherStateDescription",
-                                               "PercentComplete",
-                                               "TestWarningLevel",
-                                               "ReportSoftErrors",
-                                               "ReportStatusMessages",
-                                               "PercentOfTestCoverage",
-                                               "QuickMode",
-                                               "HaltOnError",
-                                               "LoopControlParameter",
-                                               "LoopControl",
-                                               "OtherLoopControlDescription",
-                                               "ErrorCount",
-                                               "LoopsFailed",
-                                               "LoopsPassed"};
+// Without "TestResults", to which lines are only appended, and "ErrorCode", which nothing sets.
+constexpr const char* writableProperties[] = {"TimeStamp",
+                                              "TestStartTime",
+                                              "TestCompletionTime",
+                                              "TestState",
+                                              "OtherStateDescription",
+                                              "PercentComplete",
+                                              "TestWarningLevel",
+                                              "ReportSoftErrors",
+                                              "ReportStatusMessages",
+                                              "PercentOfTestCoverage",
+                                              "QuickMode",
+                                              "HaltOnError",
+                                              "LoopControlParameter",
+                                              "LoopControl",
+                                              "OtherLoopControlDescription",
+                                              "ErrorCount",
+                                              "LoopsFailed",
+                                              "LoopsPassed"};
 
 bool isWritable(const String& propertyName) {
-    return std::any_of(std::begin(WRITABLE_PROPERTIES), std::end(WRITABLE_PROPERTIES),
+    return std::any_of(std::begin(writableProperties), std::end(writableProperties),
                        [&](const char* name) { return propertyName == name; });
 }
 
 }  // namespace
 
 InstanceTable ZORVA_DiagnosticResultBuilder::res_ref_inst;
-ZORVA_DiagnosticResultBuilder::Found ZORVA_DiagnosticResultBuilder::last_found = {
-    RESULT_NOT_FOUND, String(), String(), CIMProperty()};
+ZORVA_DiagnosticResultBuilder::Found ZORVA_DiagnosticResultBuilder::lastFound_ = {
+    resultNotFound, String(), String(), CIMProperty()};
 
 ZORVA_DiagnosticResultBuilder::~ZORVA_DiagnosticResultBuilder() = default;
 
-// The keys name a placeholder test and another system class than the properties do, and one key is
-// spelt without "Name". Clients may rely on either, so both stay; no concrete result inherits them.
+// The keys name a placeholder test and another system class than the properties, and one key is
+// spelt without "Name". Both are kept because clients may rely on them; concrete results override
+// this.
 void ZORVA_DiagnosticResultBuilder::buildTestResult(CIMOMHandle /*handle*/, String diagnosticName,
                                                     String executionId) {
     CIMInstance instance("CIM_DiagnosticResult");
@@ -114,7 +114,7 @@ void ZORVA_DiagnosticResultBuilder::buildTestResult(CIMOMHandle /*handle*/, Stri
 }
 
 void ZORVA_DiagnosticResultBuilder::buildDefaultResultProperties(CIMInstance& instance) {
-    for (const DefaultProperty& property : DEFAULT_PROPERTIES) {
+    for (const DefaultProperty& property : defaultProperties) {
         addProperty(instance, property.name, property.value);
     }
 }
@@ -122,14 +122,14 @@ void ZORVA_DiagnosticResultBuilder::buildDefaultResultProperties(CIMInstance& in
 bool ZORVA_DiagnosticResultBuilder::checkForTestResult(CIMOMHandle handle, String diagnosticName,
                                                        String executionId, bool replace) {
     const Uint32 index = firstResultOf(diagnosticName, executionId);
-    const bool exists = index != RESULT_NOT_FOUND;
+    const bool exists = index != resultNotFound;
     if (!exists || replace) {
         buildTestResult(handle, diagnosticName, executionId);
     }
     if (exists && replace) {
         removeResult(index);
     }
-    return firstResultOf(diagnosticName, executionId) != RESULT_NOT_FOUND;
+    return firstResultOf(diagnosticName, executionId) != resultNotFound;
 }
 
 Array<CIMInstance> ZORVA_DiagnosticResultBuilder::getResultInstance(CIMObjectPath reference) {
@@ -140,11 +140,11 @@ Array<CIMInstance> ZORVA_DiagnosticResultBuilder::getResultInstance(CIMObjectPat
         throw BadReference("ZORVA_DiagnosticResultbuilder - Invalid Reference");
     }
     ZORVA_DiagUtils::DEBUG_PRINT("return instance \n");
-    return copyOfInstance(res_ref_inst, index);
+    return cloneOfInstance(res_ref_inst, index);
 }
 
 Array<CIMInstance> ZORVA_DiagnosticResultBuilder::enumResultInstances() {
-    return copiesOfInstances(res_ref_inst);
+    return clonesOfInstances(res_ref_inst);
 }
 
 Array<CIMObjectPath> ZORVA_DiagnosticResultBuilder::enumResultReferences() {
@@ -174,19 +174,19 @@ void ZORVA_DiagnosticResultBuilder::setResultPropertyTestResults(const String& d
                                                                  const String& executionId,
                                                                  const String& line) {
     CIMInstance& instance = res_ref_inst[firstResultOf(diagnosticName, executionId)].second;
-    if (last_found.lines.isUninitialized()) {
-        last_found.lines = propertyOf(instance, TEST_RESULTS);
+    if (lastFound_.lines.isUninitialized()) {
+        lastFound_.lines = propertyOf(instance, testResultsProperty);
     }
-    CIMProperty& property = last_found.lines;
+    CIMProperty& property = lastFound_.lines;
     Array<String> lines;
     property.getValue().get(lines);
-    // Arrays are copied on the first write while they are shared: with the property's hold on it
-    // gone, the array takes the line in place instead of being copied for every one. What can fail,
-    // making room, comes before that.
+    // A shared array is copied when it is written. Without the property's reference the line is
+    // appended in place, instead of copying the array for every line. What can fail, making room,
+    // is done before that.
     if (lines.size() == lines.getCapacity()) {
         lines.reserveCapacity(lines.size() + 1);
     }
-    property.setValue(NO_LINES);
+    property.setValue(noLines);
     lines.append(line);
     property.setValue(CIMValue(lines));
 }
@@ -195,17 +195,17 @@ Uint32 ZORVA_DiagnosticResultBuilder::getRefInstIndex(String diagnosticName, Str
     return firstResultOf(diagnosticName, executionId);
 }
 
-// A run asks for its one result hundreds of times, so the answer to the last question is kept, with
-// the property that takes the lines. It stays right until a result is removed: the table grows at
-// its end, and what identifies a result never changes.
+// A run searches for its result hundreds of times, so the last answer is cached, with the property
+// that takes the lines. It is valid until a result is removed: the table grows at its end only, and
+// what identifies a result never changes.
 Uint32 ZORVA_DiagnosticResultBuilder::firstResultOf(const String& diagnosticName,
                                                     const String& executionId) {
-    if (last_found.index == RESULT_NOT_FOUND || last_found.diagnosticName != diagnosticName ||
-        last_found.executionId != executionId) {
-        last_found = {nextResultOf(diagnosticName, executionId, 0), diagnosticName, executionId,
+    if (lastFound_.index == resultNotFound || lastFound_.diagnosticName != diagnosticName ||
+        lastFound_.executionId != executionId) {
+        lastFound_ = {nextResultOf(diagnosticName, executionId, 0), diagnosticName, executionId,
                       CIMProperty()};
     }
-    return last_found.index;
+    return lastFound_.index;
 }
 
 Uint32 ZORVA_DiagnosticResultBuilder::nextResultOf(const String& diagnosticName,
@@ -215,17 +215,17 @@ Uint32 ZORVA_DiagnosticResultBuilder::nextResultOf(const String& diagnosticName,
     const InstanceTable& results = res_ref_inst;
     for (Uint32 i = first; i < results.size(); ++i) {
         const CIMInstance& result = results[i].second;
-        if (hasPropertyValue(result, DIAGNOSTIC_NAME, name) &&
-            hasPropertyValue(result, EXECUTION_ID, id)) {
+        if (hasPropertyValue(result, diagnosticNameProperty, name) &&
+            hasPropertyValue(result, executionIdProperty, id)) {
             return i;
         }
     }
-    return RESULT_NOT_FOUND;
+    return resultNotFound;
 }
 
 void ZORVA_DiagnosticResultBuilder::removeResult(Uint32 index) {
     res_ref_inst.remove(index);
-    last_found = {RESULT_NOT_FOUND, String(), String(), CIMProperty()};
+    lastFound_ = {resultNotFound, String(), String(), CIMProperty()};
 }
 
 CIMValue ZORVA_DiagnosticResultBuilder::getPropertyValue(Uint32 index, String propertyName) {
@@ -237,20 +237,20 @@ CIMValue ZORVA_DiagnosticResultBuilder::clearResultElement(String diagnosticName
                                                            Array<CIMParamValue>& outParameters) {
     ZORVA_InParameterHandler parameters(inParameters);
     const CIMValue value = parameters.getInParameterValue("SystemElement");
-    if (value == CIMValue(ReturnCode::ABSENT_PARAMETER)) {
-        return CIMValue(ReturnCode::ABSENT_PARAMETER);
+    if (value == CIMValue(return_code::absentParameter)) {
+        return CIMValue(return_code::absentParameter);
     }
     if (!parameters.isParamTypeReference(value)) {
-        return CIMValue(ReturnCode::NOT_A_REFERENCE);
+        return CIMValue(return_code::notAReference);
     }
     CIMObjectPath element;
     value.get(element);
     String deviceId;
     readLastKeyValue(element, "DeviceID", deviceId);
 
-    const CIMValue inProgress(TestState::IN_PROGRESS);
+    const CIMValue inProgress(test_state::inProgress);
     Uint32 i = nextResultOf(diagnosticName, deviceId, 0);
-    while (i != RESULT_NOT_FOUND) {
+    while (i != resultNotFound) {
         if (getPropertyValue(i, "TestState") == inProgress) {
             outParameters.append(CIMParamValue("ResultsNotCleared",
                                                CIMValue(String(diagnosticName + deviceId)), true));
@@ -260,7 +260,7 @@ CIMValue ZORVA_DiagnosticResultBuilder::clearResultElement(String diagnosticName
         }
         i = nextResultOf(diagnosticName, deviceId, i);
     }
-    return CIMValue(ReturnCode::SUCCESS);
+    return CIMValue(return_code::success);
 }
 
 }  // namespace Pegasus

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The table of diagnostic tests that a provider offers.
 #include "diag/ZORVA_DiagnosticTestBuilder.h"
 
 #include <Pegasus/Provider/ProviderExceptions.h>
@@ -15,25 +14,25 @@ Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_DiagnosticTestBuilder::buildTests(
 }
 
 Array<CIMInstance> ZORVA_DiagnosticTestBuilder::getTestInstance(CIMObjectPath path) {
-    const Uint32 index = findPath(_tests, path);
+    const Uint32 index = findPath(tests_, path);
     if (index == PEG_NOT_FOUND) {
         throw BadReference("Invalid Reference");
     }
-    return copyOfInstance(_tests, index);
+    return cloneOfInstance(tests_, index);
 }
 
 Array<CIMInstance> ZORVA_DiagnosticTestBuilder::enumTestInstances() {
-    return copiesOfInstances(_tests);
+    return clonesOfInstances(tests_);
 }
 
 Array<CIMObjectPath> ZORVA_DiagnosticTestBuilder::enumTestReferences() {
-    return copiesOfPaths(_tests);
+    return copiesOfPaths(tests_);
 }
 
 Uint32 ZORVA_DiagnosticTestBuilder::getInstanceIndex(String testName) {
     const CIMValue wanted(testName);
-    for (Uint32 i = 0; i < _tests.size(); ++i) {
-        if (hasPropertyValue(_tests[i].second, "Name", wanted)) {
+    for (Uint32 i = 0; i < tests_.size(); ++i) {
+        if (hasPropertyValue(tests_[i].second, "Name", wanted)) {
             return i;
         }
     }
@@ -41,7 +40,7 @@ Uint32 ZORVA_DiagnosticTestBuilder::getInstanceIndex(String testName) {
 }
 
 CIMValue ZORVA_DiagnosticTestBuilder::getTestProperty(String testName, String propertyName) {
-    const CIMInstance& test = _tests[getInstanceIndex(testName)].second;
+    const CIMInstance& test = tests_[getInstanceIndex(testName)].second;
     return propertyValueOf(test, toPropertyName(propertyName));
 }
 
@@ -50,7 +49,7 @@ void ZORVA_DiagnosticTestBuilder::setTestProperty(String testName, String proper
     if (propertyName != "IsInUse" && propertyName != "Started") {
         throw NotImplemented("ZORVA_DiagnosticTest property not writable");
     }
-    CIMInstance& test = _tests[getInstanceIndex(testName)].second;
+    CIMInstance& test = tests_[getInstanceIndex(testName)].second;
     propertyOf(test, CIMName(propertyName)).setValue(value);
 }
 

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Reading the in-parameters of an invoked method.
 #include "diag/ZORVA_InParameterHandler.h"
 
 #include "diag/InstanceTable.h"
@@ -19,7 +18,7 @@ CIMValue ZORVA_InParameterHandler::getInParameterValue(String name) {
             return parameters[i].getValue();
         }
     }
-    return CIMValue(ReturnCode::ABSENT_PARAMETER);
+    return CIMValue(return_code::absentParameter);
 }
 
 Boolean ZORVA_InParameterHandler::isParamTypeReference(CIMValue value) {

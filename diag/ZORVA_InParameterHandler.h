@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reading the in-parameters of an invoked method.
+// Reads the in-parameters of a method call.
 #pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
@@ -16,18 +16,18 @@ public:
     explicit ZORVA_InParameterHandler(Array<CIMParamValue> inParameters);
     virtual ~ZORVA_InParameterHandler();
 
-    /// The value of the first parameter of that name, ignoring case; the Uint32
-    /// ReturnCode::ABSENT_PARAMETER, which is no reference, if there is none.
+    /// The value of the first parameter of that name, ignoring case. If there is none, the Uint32
+    /// return_code::absentParameter, which is no reference.
     CIMValue getInParameterValue(String name);
 
-    /// Whether the value is of the type reference, null or not. An array of references is not.
+    /// Whether the value is a reference, null or not. False for an array of references.
     Boolean isParamTypeReference(CIMValue value);
 
-    /// The instance that the reference designates, fetched from the server by one call in the
+    /// Fetches the instance that the reference designates, with one call to the server in the
     /// namespace that the reference names.
     ///
-    /// A null instance where the value is null (the server is not asked then) or no reference, and
-    /// where the server refuses with any exception of the object model.
+    /// Returns a null instance if the value is null or no reference, without a call to the server,
+    /// and if the server throws any exception of the object model. Other exceptions propagate.
     CIMInstance getInParameterInstance(CIMOMHandle handle, CIMValue reference);
 
 private:

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Asking the server for the computer system that it runs on.
 #include "diag/ZORVA_SystemInfo.h"
 
 #include "diag/InstanceProperties.h"
@@ -10,7 +9,7 @@
 namespace Pegasus {
 namespace {
 
-constexpr char COMPUTER_SYSTEM_CLASS[] = "QUIRVO_ComputerSystem";
+constexpr char computerSystemClass[] = "QUIRVO_ComputerSystem";
 
 void appendIfPresent(Array<CIMProperty>& properties, CIMInstance& instance, const char* name) {
     const Uint32 position = instance.findProperty(CIMName(name));
@@ -25,11 +24,11 @@ ZORVA_SystemInfo::~ZORVA_SystemInfo() = default;
 
 Array<CIMProperty> ZORVA_SystemInfo::getSystemInfo(CIMOMHandle cimom) {
     ZORVA_DiagUtils::DEBUG_PRINT("  in SystemInfo \n");
-    const CIMNamespaceName nameSpace(PROVIDER_NAMESPACE);
+    const CIMNamespaceName nameSpace(providerNamespace);
     Array<CIMProperty> properties;
     try {
         const Array<CIMObjectPath> names =
-            cimom.enumerateInstanceNames(OperationContext(), nameSpace, COMPUTER_SYSTEM_CLASS);
+            cimom.enumerateInstanceNames(OperationContext(), nameSpace, computerSystemClass);
         if (names.size() == 0) {
             return properties;
         }
@@ -41,7 +40,7 @@ Array<CIMProperty> ZORVA_SystemInfo::getSystemInfo(CIMOMHandle cimom) {
             appendIfPresent(properties, system, "CreationClassName");
         }
     } catch (const CIMException&) {
-        // A test can be described and run on a machine whose system nobody describes.
+        // Tests can be listed and run without the names of the system.
     }
     return properties;
 }

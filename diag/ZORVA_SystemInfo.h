@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Asking the server for the computer system that it runs on.
+// Asks the server for the computer system that it runs on.
 #pragma once
 
 #include <Pegasus/Common/CIMProperty.h>
@@ -7,18 +7,19 @@
 
 namespace Pegasus {
 
-/// Looks up the host computer system, whose names tests and results carry among their keys.
+/// Looks up the host computer system, whose names are keys of tests and results. One object may be
+/// used by any thread: it has no state.
 class ZORVA_SystemInfo {
 public:
     ZORVA_SystemInfo() = default;
     virtual ~ZORVA_SystemInfo();
 
     /// The properties "Name" and "CreationClassName", in this order, of the first computer system
-    /// that the server names; those that it lacks are left out.
+    /// that the server enumerates; a missing property is left out.
     ///
-    /// An empty array where the server has no computer system, where that one has no properties and
-    /// where the server refuses with a CIMException; other exceptions pass. Makes up to two calls
-    /// to the server.
+    /// Returns an empty array if the server has no computer system, if that has no properties, or if
+    /// the server throws a CIMException. Other exceptions propagate. Makes up to two calls to the
+    /// server.
     Array<CIMProperty> getSystemInfo(CIMOMHandle cimom);
 };
 

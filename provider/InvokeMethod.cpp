@@ -50,9 +50,9 @@ void ZORVA_UsbHc_DiagProvider::discontinueTest(const String& testName,
     value.get(element);
     const String deviceId = firstKeyValue(element, "DeviceID");
     if (!value.isNull() && _diagResult->getRefInstIndex(testName, deviceId) !=
-                               ZORVA_DiagnosticResultBuilder::RESULT_NOT_FOUND) {
+                               ZORVA_DiagnosticResultBuilder::resultNotFound) {
         _diagResult->setResultProperty(testName, deviceId, "TestState",
-                                       CIMValue(TestState::STOPPED));
+                                       CIMValue(test_state::stopped));
     }
     outParameters.append(CIMParamValue("TestingStopped", CIMValue(Boolean(true)), true));
 }

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The one function by which a server gets at the library.
 #include "provider/PegasusCreateProvider.h"
 
 #include "diag/ZORVA_DiagUtils.h"

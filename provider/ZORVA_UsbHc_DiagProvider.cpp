@@ -14,13 +14,13 @@
 
 namespace Pegasus {
 
-const String ZORVA_UsbHc_DiagProvider::DIAG_TEST(ClassNames::TEST);
-const String ZORVA_UsbHc_DiagProvider::DIAG_RESULT(ClassNames::RESULT);
-const String ZORVA_UsbHc_DiagProvider::DIAG_RESULT_FOR_MSE(ClassNames::RESULT_FOR_MSE);
-const String ZORVA_UsbHc_DiagProvider::DIAG_RESULT_FOR_TEST(ClassNames::RESULT_FOR_TEST);
-const String ZORVA_UsbHc_DiagProvider::DIAG_TEST_FOR_MSE(ClassNames::TEST_FOR_MSE);
-const String ZORVA_UsbHc_DiagProvider::DIAG_TEST_SOFTWARE_ASSOC(ClassNames::TEST_SOFTWARE_ASSOC);
-const String ZORVA_UsbHc_DiagProvider::DIAG_TEST_SOFTWARE(ClassNames::TEST_SOFTWARE);
+const String ZORVA_UsbHc_DiagProvider::DIAG_TEST(class_names::test);
+const String ZORVA_UsbHc_DiagProvider::DIAG_RESULT(class_names::result);
+const String ZORVA_UsbHc_DiagProvider::DIAG_RESULT_FOR_MSE(class_names::resultForMSE);
+const String ZORVA_UsbHc_DiagProvider::DIAG_RESULT_FOR_TEST(class_names::resultForTest);
+const String ZORVA_UsbHc_DiagProvider::DIAG_TEST_FOR_MSE(class_names::testForMSE);
+const String ZORVA_UsbHc_DiagProvider::DIAG_TEST_SOFTWARE_ASSOC(class_names::testSoftwareAssoc);
+const String ZORVA_UsbHc_DiagProvider::DIAG_TEST_SOFTWARE(class_names::testSoftware);
 
 namespace {
 
@@ -103,7 +103,7 @@ void ZORVA_UsbHc_DiagProvider::withModelOf(const String& className, Use use) {
         use(*_diagResult);
     } else if (className == DIAG_RESULT_FOR_MSE) {
         ZORVA_UsbHc_DiagResultForMSE associations(_cimom, className, "Result", "SystemElement",
-                                                  DIAG_RESULT, ClassNames::MANAGED_ELEMENT,
+                                                  DIAG_RESULT, class_names::managedElement,
                                                   *_diagResult);
         use(associations);
     } else if (className == DIAG_RESULT_FOR_TEST) {
@@ -113,7 +113,7 @@ void ZORVA_UsbHc_DiagProvider::withModelOf(const String& className, Use use) {
         use(associations);
     } else if (className == DIAG_TEST_FOR_MSE) {
         ZORVA_UsbHc_DiagTestForMSE associations(_cimom, className, "Antecedent", "Dependent",
-                                                DIAG_TEST, ClassNames::MANAGED_ELEMENT);
+                                                DIAG_TEST, class_names::managedElement);
         use(associations);
     } else {
         ZORVA_UsbHc_DiagTestSoftwareAssoc associations(_cimom, className, "Antecedent", "Dependent",

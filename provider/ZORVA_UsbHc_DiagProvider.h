@@ -81,7 +81,7 @@ private:
 
     CIMOMHandle _cimom;
     /// Part of the known layout of this class; no operation needs it.
-    [[maybe_unused]] Array<CIMInstance> _instances;
+    [[maybe_unused]] Array<CIMInstance> instances_;
     /// The provider's way to the result table.
     ZORVA_UsbHc_DiagResult* _diagResult;
     ZORVA_UsbHc_DiagResult ownDiagResult_;

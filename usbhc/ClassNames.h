@@ -4,24 +4,24 @@
 
 namespace Pegasus {
 
-// Character arrays and no Strings: they are ready before any object with static lifetime is, and so
-// are the provider's own constants that take their values from here.
-namespace ClassNames {
+// Character arrays, not Strings: they are initialized before any static object is, so the
+// provider's own constants can take their values from here.
+namespace class_names {
 
-constexpr char TEST[] = "ZORVA_UsbHc_DiagTest";
-constexpr char RESULT[] = "ZORVA_UsbHc_DiagResult";
-constexpr char RESULT_FOR_MSE[] = "ZORVA_UsbHc_DiagResultForMSE";
-constexpr char RESULT_FOR_TEST[] = "ZORVA_UsbHc_DiagResultForTest";
-constexpr char TEST_FOR_MSE[] = "ZORVA_UsbHc_DiagTestForMSE";
-constexpr char TEST_SOFTWARE_ASSOC[] = "ZORVA_UsbHc_DiagTestSoftwareAssoc";
+constexpr char test[] = "ZORVA_UsbHc_DiagTest";
+constexpr char result[] = "ZORVA_UsbHc_DiagResult";
+constexpr char resultForMSE[] = "ZORVA_UsbHc_DiagResultForMSE";
+constexpr char resultForTest[] = "ZORVA_UsbHc_DiagResultForTest";
+constexpr char testForMSE[] = "ZORVA_UsbHc_DiagTestForMSE";
+constexpr char testSoftwareAssoc[] = "ZORVA_UsbHc_DiagTestSoftwareAssoc";
 
-// Served by others; the associations lead to them.
-constexpr char TEST_SOFTWARE[] = "ZORVA_UsbHc_TestSoftware";
-constexpr char MANAGED_ELEMENT[] = "ZORVA_UsbHc";
+// Not served by this provider; the associations refer to their instances.
+constexpr char testSoftware[] = "ZORVA_UsbHc_TestSoftware";
+constexpr char managedElement[] = "ZORVA_UsbHc";
 
-}  // namespace ClassNames
+}  // namespace class_names
 
-/// The one test that there is.
-constexpr char GET_USB_DEVICE_INFORMATION[] = "GetUsbDeviceInformation";
+/// The name of the only test.
+constexpr char deviceInformationTestName[] = "GetUsbDeviceInformation";
 
 }  // namespace Pegasus

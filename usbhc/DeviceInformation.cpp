@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// What the device information test reports of a device.
 #include "usbhc/DeviceInformation.h"
 
 #include <optional>

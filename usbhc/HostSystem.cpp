@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The computer system that tests and results name.
 #include "usbhc/HostSystem.h"
 
 namespace Pegasus {

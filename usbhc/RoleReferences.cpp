@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The elements that the associations of the USB host-controller test lead to.
 #include "usbhc/RoleReferences.h"
 
 #include "diag/ProviderNamespace.h"
@@ -14,7 +13,7 @@ Array<CIMObjectPath> testReferences(const CIMOMHandle& handle) {
 }
 
 Array<CIMObjectPath> instanceReferences(CIMOMHandle& handle, const String& className) {
-    return handle.enumerateInstanceNames(OperationContext(), CIMNamespaceName(PROVIDER_NAMESPACE),
+    return handle.enumerateInstanceNames(OperationContext(), CIMNamespaceName(providerNamespace),
                                          CIMName(className));
 }
 
@@ -22,11 +21,11 @@ Array<CIMObjectPath> instanceReferences(CIMOMHandle& handle, const String& class
 // these two operations to the test that it is built into.
 
 Array<CIMObjectPath> ZORVA_AssociationBuilder::getRole1References() {
-    return testReferences(_handle);
+    return testReferences(handle_);
 }
 
 Array<CIMObjectPath> ZORVA_AssociationBuilder::getRole2References() {
-    return instanceReferences(_handle, ClassNames::MANAGED_ELEMENT);
+    return instanceReferences(handle_, class_names::managedElement);
 }
 
 }  // namespace Pegasus

@@ -24,7 +24,7 @@ void ZORVA_UsbHc_DiagRunTestMethod::UsbHc_GetUsbDeviceInformation(std::string te
          devices.pop()) {
         reportDevice(devices.front(), writeLine);
     }
-    writeToResults("TestState", CIMValue(TestState::PASSED));
+    writeToResults("TestState", CIMValue(test_state::passed));
 }
 
 }  // namespace Pegasus

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The loop settings of one run of the USB host-controller test.
 #include "usbhc/ZORVA_UsbHc_DiagLoopControls.h"
 
 namespace Pegasus {

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The results of the USB host-controller test.
 #include "usbhc/ZORVA_UsbHc_DiagResult.h"
 
 #include <Pegasus/Provider/KeyBinding.h>
@@ -21,9 +20,9 @@ void ZORVA_UsbHc_DiagResult::buildTestResult(CIMOMHandle handle, String diagnost
     ZORVA_DiagUtils::DEBUG_PRINT("      btr point 1 \n");
     const HostSystem system = hostSystemOf(ZORVA_SystemInfo().getSystemInfo(handle));
 
-    CIMInstance instance(ClassNames::RESULT);
+    CIMInstance instance(class_names::result);
     addProperty(instance, "DiagnosticName", CIMValue(diagnosticName));
-    addProperty(instance, "DiagnosticCreationClassName", CIMValue(String(ClassNames::TEST)));
+    addProperty(instance, "DiagnosticCreationClassName", CIMValue(String(class_names::test)));
     addProperty(instance, "ExecutionID", CIMValue(executionId));
     ZORVA_DiagUtils::DEBUG_PRINT("      btr point 3 \n");
     addProperty(instance, "DiagSystemName", CIMValue(system.name));
@@ -32,11 +31,11 @@ void ZORVA_UsbHc_DiagResult::buildTestResult(CIMOMHandle handle, String diagnost
 
     Array<KeyBinding> keys;
     keys.append(stringKey("DiagnosticName", diagnosticName));
-    keys.append(stringKey("DiagnosticCreationClassName", ClassNames::TEST));
+    keys.append(stringKey("DiagnosticCreationClassName", class_names::test));
     keys.append(stringKey("ExecutionID", executionId));
     keys.append(stringKey("DiagSystemName", system.name));
     keys.append(stringKey("DiagSystemCreationClassName", system.creationClassName));
-    appendTo(res_ref_inst, tablePath(ClassNames::RESULT, keys), instance);
+    appendTo(res_ref_inst, tablePath(class_names::result, keys), instance);
 }
 
 void ZORVA_UsbHc_DiagResult::buildDefaultResultProperties(CIMInstance& instance) {

@@ -23,7 +23,7 @@ public:
 
 private:
     /// Part of the known layout of this class; the operations use the handle that they are given.
-    [[maybe_unused]] CIMOMHandle _cimom;
+    [[maybe_unused]] CIMOMHandle cimom_;
 };
 
 }  // namespace Pegasus

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The association of results with managed elements.
 #include "usbhc/ZORVA_UsbHc_DiagResultForMSE.h"
 
 #include "usbhc/ClassNames.h"
@@ -14,13 +13,13 @@ ZORVA_UsbHc_DiagResultForMSE::ZORVA_UsbHc_DiagResultForMSE(
              role2ReferenceClass);
     const Array<CIMObjectPath> resultPaths = results.enumResultReferences();
     const Array<CIMObjectPath> elements = ZORVA_UsbHc_DiagResultForMSE::getRole2References();
-    _associations = ZORVA_AssociationBuilder::getAssociations(resultPaths, elements);
+    associations_ = ZORVA_AssociationBuilder::getAssociations(resultPaths, elements);
 }
 
 ZORVA_UsbHc_DiagResultForMSE::~ZORVA_UsbHc_DiagResultForMSE() = default;
 
 Array<CIMObjectPath> ZORVA_UsbHc_DiagResultForMSE::getRole2References() {
-    return instanceReferences(_handle, ClassNames::MANAGED_ELEMENT);
+    return instanceReferences(handle_, class_names::managedElement);
 }
 
 }  // namespace Pegasus

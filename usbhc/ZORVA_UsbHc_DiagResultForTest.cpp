@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The association of results with the tests that they came from.
 #include "usbhc/ZORVA_UsbHc_DiagResultForTest.h"
 
 #include "diag/ZORVA_DiagUtils.h"
@@ -15,14 +14,14 @@ ZORVA_UsbHc_DiagResultForTest::ZORVA_UsbHc_DiagResultForTest(
     const Array<CIMObjectPath> resultPaths = results.enumResultReferences();
     const Array<CIMObjectPath> testPaths = ZORVA_UsbHc_DiagResultForTest::getRole2References();
     ZORVA_DiagUtils::DEBUG_PRINT("         In DiagResultForTest constructor \n");
-    _associations =
+    associations_ =
         ZORVA_AssociationBuilder::getAssociations(resultPaths, testPaths, "DiagnosticName", "Name");
 }
 
 ZORVA_UsbHc_DiagResultForTest::~ZORVA_UsbHc_DiagResultForTest() = default;
 
 Array<CIMObjectPath> ZORVA_UsbHc_DiagResultForTest::getRole2References() {
-    return testReferences(_handle);
+    return testReferences(handle_);
 }
 
 }  // namespace Pegasus

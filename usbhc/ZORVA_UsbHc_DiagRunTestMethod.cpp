@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The method "RunTest" of the USB host-controller test.
 #include "usbhc/ZORVA_UsbHc_DiagRunTestMethod.h"
 
 #include <utility>
@@ -31,60 +30,60 @@ ZORVA_UsbHc_DiagRunTestMethod::ZORVA_UsbHc_DiagRunTestMethod(CIMOMHandle& handle
 ZORVA_UsbHc_DiagRunTestMethod::~ZORVA_UsbHc_DiagRunTestMethod() = default;
 
 Boolean ZORVA_UsbHc_DiagRunTestMethod::doResultsExist() {
-    return results_.checkForTestResult(_handle, _testName, _deviceId, true);
+    return results_.checkForTestResult(handle_, testName_, deviceId_, true);
 }
 
 CIMValue ZORVA_UsbHc_DiagRunTestMethod::retrieveResultProperty(String propertyName) {
-    return results_.getResultProperty(_testName, _deviceId, propertyName);
+    return results_.getResultProperty(testName_, deviceId_, propertyName);
 }
 
 CIMObjectPath ZORVA_UsbHc_DiagRunTestMethod::retrieveResultReference() {
-    return results_.getTestResultReference(_testName, _deviceId);
+    return results_.getTestResultReference(testName_, deviceId_);
 }
 
 void ZORVA_UsbHc_DiagRunTestMethod::writeToResults(String propertyName, CIMValue value) {
-    results_.setResultProperty(_testName, _deviceId, propertyName, value);
+    results_.setResultProperty(testName_, deviceId_, propertyName, value);
 }
 
 void ZORVA_UsbHc_DiagRunTestMethod::writeTestResults(String line) {
-    results_.setResultPropertyTestResults(_testName, _deviceId, line);
+    results_.setResultPropertyTestResults(testName_, deviceId_, line);
 }
 
 Uint32 ZORVA_UsbHc_DiagRunTestMethod::verifyMSE() {
-    ZORVA_InParameterHandler parameters(_inParameters);
+    ZORVA_InParameterHandler parameters(inParameters_);
     const CIMInstance element =
-        parameters.getInParameterInstance(_handle, parameters.getInParameterValue("SystemElement"));
+        parameters.getInParameterInstance(handle_, parameters.getInParameterValue("SystemElement"));
     if (!hasProperties(element)) {
-        return ReturnCode::NO_SUCH_ELEMENT;
+        return return_code::noSuchElement;
     }
-    propertyValueOf(element, "DeviceID").get(_deviceId);
-    ZORVA_DiagUtils::DEBUG_PRINT(String("         DeviceID is: ") + _deviceId + " \n");
-    return ReturnCode::SUCCESS;
+    propertyValueOf(element, "DeviceID").get(deviceId_);
+    ZORVA_DiagUtils::DEBUG_PRINT(String("         DeviceID is: ") + deviceId_ + " \n");
+    return return_code::success;
 }
 
 Uint32 ZORVA_UsbHc_DiagRunTestMethod::verifyExclusivity() {
-    ZORVA_UsbHc_DiagTest tests(_handle);
+    ZORVA_UsbHc_DiagTest tests(handle_);
     ExclusivityFacts facts = {};
-    facts.isInUse = tests.getDiagTestProperty(_testName, "IsInUse");
+    facts.isInUse = tests.getDiagTestProperty(testName_, "IsInUse");
     // Asked of a test in use alone: a name that is in no table must not end the request here.
-    facts.isExclusive = facts.isInUse && tests.getHasCharacteristic(_testName, IS_EXCLUSIVE);
-    facts.isExclusiveForElement = ZORVA_UsbHc_DiagTestForMSE().getIsExclusiveForMSE(_testName);
-    return checkExclusivity(facts, mse_test_assoc, _deviceId, _testName);
+    facts.isExclusive = facts.isInUse && tests.getHasCharacteristic(testName_, IS_EXCLUSIVE);
+    facts.isExclusiveForElement = ZORVA_UsbHc_DiagTestForMSE().getIsExclusiveForMSE(testName_);
+    return checkExclusivity(facts, mse_test_assoc, deviceId_, testName_);
 }
 
 Uint32 ZORVA_UsbHc_DiagRunTestMethod::executeTest() {
     ZORVA_DiagUtils::DEBUG_PRINT("         in executeTest \n");
-    ZORVA_UsbHc_DiagTest tests(_handle);
-    tests.setDiagTestProperty(_testName, "IsInUse", true);
+    ZORVA_UsbHc_DiagTest tests(handle_);
+    tests.setDiagTestProperty(testName_, "IsInUse", true);
 
-    writeToResults("TestState", CIMValue(TestState::IN_PROGRESS));
+    writeToResults("TestState", CIMValue(test_state::inProgress));
     const CIMValue start(ZORVA_DiagUtils::getCurrentDateTime());
     writeToResults("TestStartTime", start);
     writeToResults("TimeStamp", start);
 
     // Settings that cannot be read end the run here; what they say does not matter yet.
-    ZORVA_UsbHc_DiagLoopControls(_testName, _deviceId).getThisTestLoopControl();
-    if (String::equalNoCase(_testName, GET_USB_DEVICE_INFORMATION)) {
+    ZORVA_UsbHc_DiagLoopControls(testName_, deviceId_).getThisTestLoopControl();
+    if (String::equalNoCase(testName_, deviceInformationTestName)) {
         UsbHc_GetUsbDeviceInformation(std::string());
     }
 
@@ -93,9 +92,9 @@ Uint32 ZORVA_UsbHc_DiagRunTestMethod::executeTest() {
     writeToResults("TestCompletionTime", end);
     writeToResults("TimeStamp", end);
 
-    tests.setDiagTestProperty(_testName, "IsInUse", false);
-    forgetExclusiveRun(mse_test_assoc, _deviceId, _testName);
-    return ReturnCode::SUCCESS;
+    tests.setDiagTestProperty(testName_, "IsInUse", false);
+    forgetExclusiveRun(mse_test_assoc, deviceId_, testName_);
+    return return_code::success;
 }
 
 }  // namespace Pegasus

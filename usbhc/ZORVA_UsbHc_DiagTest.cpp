@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The test that this provider offers.
 #include "usbhc/ZORVA_UsbHc_DiagTest.h"
 
 #include <Pegasus/Common/CIMDateTime.h>
@@ -35,7 +34,7 @@ bool ZORVA_UsbHc_DiagTest::GetUsbDeviceInformation_Started = false;
 ZORVA_UsbHc_DiagTest::ZORVA_UsbHc_DiagTest(CIMOMHandle cimom) {
     ZORVA_DiagUtils::DEBUG_PRINT("   In ZORVA_UsbHc_DiagTest constructor\n");
     _cimom = cimom;
-    _tests = ZORVA_UsbHc_DiagTest::buildTests();
+    tests_ = ZORVA_UsbHc_DiagTest::buildTests();
     ZORVA_DiagUtils::DEBUG_PRINT("   Leaving ZORVA_UsbHc_DiagTest constructor\n");
 }
 
@@ -46,11 +45,11 @@ Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_UsbHc_DiagTest::buildTests() {
     const HostSystem system = hostSystemOf(ZORVA_SystemInfo().getSystemInfo(_cimom));
     ZORVA_DiagUtils::DEBUG_PRINT("      Retrieved system information...building tests...\n");
 
-    CIMInstance instance(ClassNames::TEST);
-    addProperty(instance, "Name", text(GET_USB_DEVICE_INFORMATION));
+    CIMInstance instance(class_names::test);
+    addProperty(instance, "Name", text(deviceInformationTestName));
     addProperty(instance, "SystemName", CIMValue(system.name));
     addProperty(instance, "SystemCreationClassName", CIMValue(system.creationClassName));
-    addProperty(instance, "CreationClassName", text(ClassNames::TEST));
+    addProperty(instance, "CreationClassName", text(class_names::test));
     // Clients know the test by this text, so it keeps its "Cdrom" and its trailing blank.
     addProperty(instance, "Description", text("ZORVA USB Cdrom Diagnostics "));
     addProperty(instance, "Caption", text("Usb SubSystem Information"));
@@ -64,13 +63,13 @@ Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_UsbHc_DiagTest::buildTests() {
     addProperty(instance, "InstallDate", CIMValue(CIMDateTime("20020308070100.000000-240")));
 
     Array<KeyBinding> keys;
-    keys.append(stringKey("Name", GET_USB_DEVICE_INFORMATION));
-    keys.append(stringKey("CreationClassName", ClassNames::TEST));
+    keys.append(stringKey("Name", deviceInformationTestName));
+    keys.append(stringKey("CreationClassName", class_names::test));
     keys.append(stringKey("SystemName", system.name));
     keys.append(stringKey("SystemCreationClassName", system.creationClassName));
 
     InstanceTable table;
-    appendTo(table, tablePath(ClassNames::TEST, keys), instance);
+    appendTo(table, tablePath(class_names::test, keys), instance);
     ZORVA_DiagUtils::DEBUG_PRINT("      Leaving ZORVA_UsbHc_DiagTest::buildTests\n");
     return table;
 }

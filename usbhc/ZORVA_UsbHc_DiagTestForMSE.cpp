@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The association of tests with the managed elements that they can run against.
 #include "usbhc/ZORVA_UsbHc_DiagTestForMSE.h"
 
 #include "diag/InstanceProperties.h"
@@ -25,17 +24,17 @@ ZORVA_UsbHc_DiagTestForMSE::ZORVA_UsbHc_DiagTestForMSE(CIMOMHandle& handle, Stri
              role2ReferenceClass);
     const Array<CIMObjectPath> tests = ZORVA_UsbHc_DiagTestForMSE::getRole1References();
     const Array<CIMObjectPath> elements = ZORVA_UsbHc_DiagTestForMSE::getRole2References();
-    _associations = getTestForMSEAssociations(tests, elements);
+    associations_ = getTestForMSEAssociations(tests, elements);
 }
 
 ZORVA_UsbHc_DiagTestForMSE::~ZORVA_UsbHc_DiagTestForMSE() = default;
 
 Array<CIMObjectPath> ZORVA_UsbHc_DiagTestForMSE::getRole1References() {
-    return testReferences(_handle);
+    return testReferences(handle_);
 }
 
 Array<CIMObjectPath> ZORVA_UsbHc_DiagTestForMSE::getRole2References() {
-    return instanceReferences(_handle, ClassNames::MANAGED_ELEMENT);
+    return instanceReferences(handle_, class_names::managedElement);
 }
 
 Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_UsbHc_DiagTestForMSE::getTestForMSEAssociations(
@@ -51,7 +50,7 @@ Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_UsbHc_DiagTestForMSE::getTestForMS
 }
 
 Uint32 ZORVA_UsbHc_DiagTestForMSE::getEstimatedTimeOfPerforming(String testName) {
-    return isKnownTest(testName) ? estimatedTimeOfPerforming_ : ReturnCode::NOT_A_REFERENCE;
+    return isKnownTest(testName) ? estimatedTimeOfPerforming_ : return_code::notAReference;
 }
 
 Boolean ZORVA_UsbHc_DiagTestForMSE::getIsExclusiveForMSE(String testName) {

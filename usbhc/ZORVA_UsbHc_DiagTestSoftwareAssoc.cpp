@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The association of tests with the software that carries them.
 #include "usbhc/ZORVA_UsbHc_DiagTestSoftwareAssoc.h"
 
 #include "usbhc/RoleReferences.h"
@@ -13,17 +12,17 @@ ZORVA_UsbHc_DiagTestSoftwareAssoc::ZORVA_UsbHc_DiagTestSoftwareAssoc(
              role2ReferenceClass);
     const Array<CIMObjectPath> software = ZORVA_UsbHc_DiagTestSoftwareAssoc::getRole1References();
     const Array<CIMObjectPath> tests = ZORVA_UsbHc_DiagTestSoftwareAssoc::getRole2References();
-    _associations = ZORVA_AssociationBuilder::getAssociations(software, tests);
+    associations_ = ZORVA_AssociationBuilder::getAssociations(software, tests);
 }
 
 ZORVA_UsbHc_DiagTestSoftwareAssoc::~ZORVA_UsbHc_DiagTestSoftwareAssoc() = default;
 
 Array<CIMObjectPath> ZORVA_UsbHc_DiagTestSoftwareAssoc::getRole1References() {
-    return instanceReferences(_handle, _role1ReferenceClass);
+    return instanceReferences(handle_, role1ReferenceClass_);
 }
 
 Array<CIMObjectPath> ZORVA_UsbHc_DiagTestSoftwareAssoc::getRole2References() {
-    return testReferences(_handle);
+    return testReferences(handle_);
 }
 
 }  // namespace Pegasus

@@ -24,7 +24,7 @@ protected:
         return std::string(std::istreambuf_iterator<char>(file), {});
     }
 
-    // The number that the next file to be opened gets: it grows where one stays open.
+    // The descriptor that the next open() returns: higher if a file was left open.
     static int nextFreeNumber() {
         const int file = open("/dev/null", O_RDONLY | O_CLOEXEC);
         close(file);
@@ -34,7 +34,7 @@ protected:
     LogFolder folder_;
 };
 
-TEST_F(DebugLogFile, TwoTextsStandOneBehindTheOther) {
+TEST_F(DebugLogFile, SecondTextIsAppendedToTheFirst) {
     appendToLogFile("log", "a");
     appendToLogFile("log", "b\n");
     EXPECT_EQ(content("log"), "ab\n");
@@ -55,7 +55,7 @@ TEST_F(DebugLogFile, NewFileHasPermissions0664WithoutAnUmask) {
     EXPECT_EQ(status.st_mode & 07777, 0664U);
 }
 
-TEST_F(DebugLogFile, UmaskOfTheProcessCounts) {
+TEST_F(DebugLogFile, NewFileRespectsTheUmaskOfTheProcess) {
     const mode_t before = umask(027);
     appendToLogFile("log", "a");
     umask(before);
@@ -69,26 +69,26 @@ TEST_F(DebugLogFile, EmptyNameLogsNothing) {
     EXPECT_TRUE(std::filesystem::is_empty(folder_.path()));
 }
 
-TEST_F(DebugLogFile, EmptyTextMakesTheFileAlone) {
+TEST_F(DebugLogFile, EmptyTextCreatesAnEmptyFile) {
     appendToLogFile("log", "");
     EXPECT_EQ(access("log", F_OK), 0);
     EXPECT_EQ(content("log"), "");
 }
 
-TEST_F(DebugLogFile, FileThatCannotBeOpenedIsPassedOver) {
+TEST_F(DebugLogFile, FileThatCannotBeOpenedIsIgnored) {
     ASSERT_EQ(mkdir("log", 0700), 0);
     appendToLogFile("log", "a");
     appendToLogFile("no-such-folder/log", "a");
     EXPECT_NE(access("no-such-folder", F_OK), 0);
 }
 
-TEST_F(DebugLogFile, FileThatCannotBeWrittenIsPassedOverAndClosed) {
+TEST_F(DebugLogFile, FileThatCannotBeWrittenIsIgnoredAndClosed) {
     const int before = nextFreeNumber();
     appendToLogFile("/dev/full", "a");
     EXPECT_EQ(nextFreeNumber(), before);
 }
 
-TEST_F(DebugLogFile, FifoWithoutReaderDoesNotBlockAndTakesNothing) {
+TEST_F(DebugLogFile, FifoWithoutReaderDoesNotBlockAndReceivesNothing) {
     ASSERT_EQ(mkfifo("log", 0600), 0);
     appendToLogFile("log", "a");
     const int reader = open("log", O_RDONLY | O_NONBLOCK | O_CLOEXEC);
@@ -104,7 +104,7 @@ TEST_F(DebugLogFile, NothingStaysOpen) {
     EXPECT_EQ(nextFreeNumber(), before);
 }
 
-TEST_F(DebugLogFile, LongTextArrivesWhole) {
+TEST_F(DebugLogFile, LongTextIsWrittenCompletely) {
     const std::string text(1 << 20, 'x');
     appendToLogFile("log", text.c_str());
     EXPECT_EQ(content("log"), text);

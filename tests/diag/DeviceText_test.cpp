@@ -118,12 +118,12 @@ TEST(DeviceText, IllFormedSequencesAreReadByteByByte) {
     EXPECT_EQ(unitsFrom("\xE2(\xA1"), (Units{0xE2, '(', 0xA1}));  // not a continuation
 }
 
-TEST(DeviceText, WellFormedSequenceBehindABadByteIsFound) {
+TEST(DeviceText, WellFormedSequenceAfterABadByteIsFound) {
     EXPECT_EQ(unitsFrom("\xE2\xC3\xA9"), (Units{0xE2, 0xE9}));
     EXPECT_EQ(unitsFrom("\xF0\xE2\x82\xAC"), (Units{0xF0, 0x20AC}));
 }
 
-TEST(DeviceText, ControlCharactersButTabAndLineEndsBecomeReplacements) {
+TEST(DeviceText, ControlCharactersExceptTabAndLineEndsBecomeReplacements) {
     for (unsigned byte = 0; byte < 0x20; ++byte) {
         const bool stays = byte == '\t' || byte == '\n' || byte == '\r';
         EXPECT_EQ(unitsFrom(std::string(1, static_cast<char>(byte))),

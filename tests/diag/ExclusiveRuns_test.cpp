@@ -26,9 +26,9 @@ Texts texts(const ExclusiveRuns& runs) {
     return all;
 }
 
-constexpr bool IN_USE = true;
-constexpr bool EXCLUSIVE = true;
-constexpr bool EXCLUSIVE_FOR_ELEMENT = true;
+constexpr bool inUse = true;
+constexpr bool exclusive = true;
+constexpr bool exclusiveForElement = true;
 
 Uint32 check(const ExclusivityFacts& facts, ExclusiveRuns& runs) {
     return checkExclusivity(facts, runs, "usb1", "Test");
@@ -36,37 +36,37 @@ Uint32 check(const ExclusivityFacts& facts, ExclusiveRuns& runs) {
 
 TEST(ExclusiveRuns, ExclusiveTestInUseIsRefusedWithoutTouchingTheTable) {
     ExclusiveRuns runs = table({{"usb2", "Other"}});
-    EXPECT_EQ(check({IN_USE, EXCLUSIVE, EXCLUSIVE_FOR_ELEMENT}, runs), 1034U);
-    EXPECT_EQ(check({IN_USE, EXCLUSIVE, false}, runs), 1034U);
+    EXPECT_EQ(check({inUse, exclusive, exclusiveForElement}, runs), 1034U);
+    EXPECT_EQ(check({inUse, exclusive, false}, runs), 1034U);
     EXPECT_EQ(texts(runs), Texts{"usb2/Other"});
 }
 
-TEST(ExclusiveRuns, TestThatIsNotInUseMayRunWhateverElseHolds) {
+TEST(ExclusiveRuns, TestThatIsNotInUseMayAlwaysRun) {
     ExclusiveRuns runs = table({{"usb1", "Test"}});
-    EXPECT_EQ(check({false, EXCLUSIVE, EXCLUSIVE_FOR_ELEMENT}, runs), 0U);
+    EXPECT_EQ(check({false, exclusive, exclusiveForElement}, runs), 0U);
     EXPECT_EQ(check({false, false, false}, runs), 0U);
     EXPECT_EQ(texts(runs), Texts{"usb1/Test"});
 }
 
 TEST(ExclusiveRuns, TestInUseThatIsNotExclusiveForTheElementMayRun) {
     ExclusiveRuns runs = table({{"usb1", "Test"}});
-    EXPECT_EQ(check({IN_USE, false, false}, runs), 0U);
+    EXPECT_EQ(check({inUse, false, false}, runs), 0U);
     EXPECT_EQ(texts(runs), Texts{"usb1/Test"});
 }
 
 TEST(ExclusiveRuns, EmptyTableLetsTheTestRunAndStaysEmpty) {
     ExclusiveRuns runs;
-    EXPECT_EQ(check({IN_USE, false, EXCLUSIVE_FOR_ELEMENT}, runs), 0U);
+    EXPECT_EQ(check({inUse, false, exclusiveForElement}, runs), 0U);
     EXPECT_EQ(texts(runs), Texts());
 }
 
-TEST(ExclusiveRuns, OneForeignEntryAppendsThePairAndRefuses) {
+TEST(ExclusiveRuns, EntryOfAnotherRunAppendsThePairAndRefuses) {
     ExclusiveRuns runs = table({{"usb2", "Test"}});
-    EXPECT_EQ(check({IN_USE, false, EXCLUSIVE_FOR_ELEMENT}, runs), 1034U);
+    EXPECT_EQ(check({inUse, false, exclusiveForElement}, runs), 1034U);
     EXPECT_EQ(texts(runs), (Texts{"usb2/Test", "usb1/Test"}));
 }
 
-TEST(ExclusiveRuns, EveryForeignEntryBeforeTheOwnOneAppendsThePair) {
+TEST(ExclusiveRuns, EveryEntryOfAnotherRunBeforeTheOwnOneAppendsThePair) {
     ExclusiveRuns runs = table({{"usb2", "Test"}, {"usb1", "Other"}, {"usb1", "Test"}});
     EXPECT_EQ(recordExclusiveRun(runs, "usb1", "Test"), 1034U);
     EXPECT_EQ(texts(runs),
@@ -97,7 +97,7 @@ TEST(ExclusiveRuns, EntriesThatAreNotAdjacentAreAllRemoved) {
     EXPECT_EQ(texts(runs), Texts{"usb2/Test"});
 }
 
-TEST(ExclusiveRuns, ForgettingWhatIsNotThereChangesNothing) {
+TEST(ExclusiveRuns, ForgettingAnUnknownRunChangesNothing) {
     ExclusiveRuns runs;
     forgetExclusiveRun(runs, "usb1", "Test");
     EXPECT_EQ(texts(runs), Texts());

@@ -15,7 +15,7 @@ CIMInstance instanceWithNumber() {
     return instance;
 }
 
-TEST(InstanceProperties, NullInstanceHasNone) {
+TEST(InstanceProperties, NullInstanceHasNoProperties) {
     EXPECT_FALSE(hasProperties(CIMInstance()));
     EXPECT_FALSE(hasProperties(CIMInstance("C")));
     EXPECT_TRUE(hasProperties(instanceWithNumber()));

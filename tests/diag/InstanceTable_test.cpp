@@ -30,12 +30,12 @@ protected:
     InstanceTable table_;
 };
 
-TEST_F(InstanceTableTest, StoredInstanceCarriesItsPath) {
+TEST_F(InstanceTableTest, StoredInstanceHasItsPath) {
     EXPECT_EQ(text(table_[0].second.getPath()), "C.k=\"a\"");
-    EXPECT_EQ(text(copyOfInstance(table_, 1)[0].getPath()), "C.k=\"b\"");
+    EXPECT_EQ(text(cloneOfInstance(table_, 1)[0].getPath()), "C.k=\"b\"");
 }
 
-TEST_F(InstanceTableTest, FirstMatchIsFoundWhateverHostAndNamespace) {
+TEST_F(InstanceTableTest, FirstMatchIsFoundIgnoringHostAndNamespace) {
     append("a");
     EXPECT_EQ(findPath(table_, CIMObjectPath(String("//h/root/x:C.k=\"a\""))), 0U);
     EXPECT_EQ(findPath(table_, CIMObjectPath(String("c.K=\"b\""))), 1U);
@@ -45,15 +45,15 @@ TEST_F(InstanceTableTest, FirstMatchIsFoundWhateverHostAndNamespace) {
 
 TEST_F(InstanceTableTest, CopiesAreInTableOrder) {
     EXPECT_EQ(texts(copiesOfPaths(table_)), (Texts{"C.k=\"a\"", "C.k=\"b\""}));
-    const Array<CIMInstance> instances = copiesOfInstances(table_);
+    const Array<CIMInstance> instances = clonesOfInstances(table_);
     ASSERT_EQ(instances.size(), 2U);
     EXPECT_EQ(propertiesOf(instances[0]), Texts{"k: string a"});
     EXPECT_EQ(propertiesOf(instances[1]), Texts{"k: string b"});
 }
 
-TEST_F(InstanceTableTest, WhatIsDoneToACopyDoesNotReachTheTable) {
-    Array<CIMInstance> one = copyOfInstance(table_, 0);
-    Array<CIMInstance> all = copiesOfInstances(table_);
+TEST_F(InstanceTableTest, ChangesOfACopyDoNotReachTheTable) {
+    Array<CIMInstance> one = cloneOfInstance(table_, 0);
+    Array<CIMInstance> all = clonesOfInstances(table_);
     Array<CIMObjectPath> paths = copiesOfPaths(table_);
     for (CIMInstance instance : {one[0], all[0]}) {
         propertyOf(instance, "k").setValue(CIMValue(String("changed")));
@@ -68,8 +68,8 @@ TEST_F(InstanceTableTest, WhatIsDoneToACopyDoesNotReachTheTable) {
     EXPECT_EQ(text(table_[0].first), "C.k=\"a\"");
 }
 
-TEST_F(InstanceTableTest, WhatIsDoneToTheTableDoesNotReachACopy) {
-    const Array<CIMInstance> one = copyOfInstance(table_, 0);
+TEST_F(InstanceTableTest, ChangesOfTheTableDoNotReachACopy) {
+    const Array<CIMInstance> one = cloneOfInstance(table_, 0);
     propertyOf(table_[0].second, "k").setValue(CIMValue(String("changed")));
     EXPECT_EQ(propertiesOf(one[0]), Texts{"k: string a"});
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The debug log of a build that is configured with an empty name for it.
+// The debug log of a build that is configured with an empty log name.
 #include <filesystem>
 
 #include <gtest/gtest.h>

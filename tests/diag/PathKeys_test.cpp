@@ -29,14 +29,14 @@ TEST(PathKeys, NamesIgnoreCase) {
     EXPECT_EQ(text(value), "a");
 }
 
-TEST(PathKeys, AbsentKeyIsEmptyAsTheFirstAndChangesNothingAsTheLast) {
+TEST(PathKeys, AbsentKeyHasAnEmptyFirstValueAndLeavesTheLastValueUnchanged) {
     EXPECT_EQ(text(firstKeyValue(path("C.k=\"a\""), "x")), "");
     String value("before");
     readLastKeyValue(path("C.k=\"a\""), "x", value);
     EXPECT_EQ(text(value), "before");
 }
 
-TEST(PathKeys, PathWithoutAnyKeyHasNone) {
+TEST(PathKeys, PathWithoutKeysHasAnEmptyFirstValue) {
     EXPECT_EQ(text(firstKeyValue(CIMObjectPath(), "k")), "");
 }
 

@@ -15,12 +15,12 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-// Lets the table be set, and remembers whether its own role operations were called.
+// Lets a test set the table. Its own role operations return nothing, to show whether they are called.
 class Associations : public ZORVA_AssociationBuilder {
 public:
     using ZORVA_AssociationBuilder::ZORVA_AssociationBuilder;
 
-    void fill(const InstanceTable& table) { _associations = table; }
+    void fill(const InstanceTable& table) { associations_ = table; }
 
     Array<CIMObjectPath> getRole1References() override { return Array<CIMObjectPath>(); }
     Array<CIMObjectPath> getRole2References() override { return Array<CIMObjectPath>(); }
@@ -46,7 +46,7 @@ Texts pairsOf(const InstanceTable& table) {
 
 class ZorvaAssociationBuilder : public testing::Test {
 protected:
-    // A builder on an empty server, so with an empty table.
+    // A builder with an empty table, since the server has no elements.
     Associations builder() {
         CIMOMHandle handle(std::make_shared<TestServer>());
         return Associations(handle, "Assoc", "Ante", "Dep", "AnteClass", "DepClass");
@@ -107,7 +107,7 @@ TEST_F(ZorvaAssociationBuilder, EmptyRoleOnEitherSideGivesAnEmptyTable) {
               "bad reference: Invalid Reference");
 }
 
-TEST_F(ZorvaAssociationBuilder, MatchedPairsAgreeOnTheirKeysIgnoringCase) {
+TEST_F(ZorvaAssociationBuilder, MatchedPairsHaveEqualKeysIgnoringCase) {
     const InstanceTable table =
         builder().getAssociations(paths({"A.Name=\"one\"", "A.NAME=\"TWO\""}),
                                   paths({"B.id=\"Two\"", "B.ID=\"ONE\""}), "name", "Id");
@@ -139,8 +139,8 @@ TEST_F(ZorvaAssociationBuilder, PathWithoutTheKeyInheritsTheValueOfThePathBefore
 }
 
 TEST_F(ZorvaAssociationBuilder, InheritedRole1ValueOutlivesTheRole2Element) {
-    // The first role-1 path has no key: for the first element it is compared with the empty value,
-    // for the second one with what the second role-1 path left.
+    // The first role-1 path has no key: for the first element the empty value is compared, for the
+    // second one the value that the second role-1 path left.
     const InstanceTable table = builder().getAssociations(
         paths({"A.x=\"nothing\"", "A.k=\"1\""}), paths({"B.k=\"2\"", "B.k=\"1\""}), "k", "k");
     EXPECT_EQ(pairsOf(table), (Texts{"A.x=\"nothing\" / B.k=\"1\"", "A.k=\"1\" / B.k=\"1\""}));
@@ -152,7 +152,7 @@ TEST_F(ZorvaAssociationBuilder, PathsThatBothLackTheKeyFromTheStartArePaired) {
     EXPECT_EQ(pairsOf(table), Texts{"A.x=1 / B.x=2"});
 }
 
-TEST_F(ZorvaAssociationBuilder, AssociationIsFoundWhateverHostAndNamespace) {
+TEST_F(ZorvaAssociationBuilder, AssociationIsFoundIgnoringHostAndNamespace) {
     Associations associations = builder();
     associations.fill(associations.getAssociations(paths({"A.k=1", "A.k=2"}), paths({"B.k=1"})));
     CIMObjectPath wanted = associations.enumAssocReferences()[1];
@@ -184,7 +184,7 @@ TEST_F(ZorvaAssociationBuilder, EnumerationsAreInTableOrder) {
     EXPECT_EQ(associations.enumAssocReferences()[1], instances[1].getPath());
 }
 
-TEST_F(ZorvaAssociationBuilder, WhatIsHandedOutIsACopy) {
+TEST_F(ZorvaAssociationBuilder, ReturnedInstancesAreClones) {
     Associations associations = builder();
     associations.fill(associations.getAssociations(paths({"A.k=1"}), paths({"B.k=1"})));
     CIMInstance one = associations.enumAssocInstances()[0];
@@ -192,7 +192,7 @@ TEST_F(ZorvaAssociationBuilder, WhatIsHandedOutIsACopy) {
     EXPECT_EQ(associations.enumAssocInstances()[0].getPropertyCount(), 2U);
 }
 
-TEST_F(ZorvaAssociationBuilder, ConstructorPairsTestsWithElementsWhateverASubclassSays) {
+TEST_F(ZorvaAssociationBuilder, ConstructorPairsTestsWithElementsIgnoringOverrides) {
     const auto server = std::make_shared<TestServer>();
     server->addHost();
     server->addElement("usb1");
@@ -209,7 +209,7 @@ TEST_F(ZorvaAssociationBuilder, ConstructorPairsTestsWithElementsWhateverASubcla
     EXPECT_EQ(server->calls().back().text, "enumerateInstanceNames root/kavex ZORVA_UsbHc");
 }
 
-TEST_F(ZorvaAssociationBuilder, FailedLookupOfElementsPassesOutOfTheConstructor) {
+TEST_F(ZorvaAssociationBuilder, FailedLookupOfElementsPropagatesFromTheConstructor) {
     CIMOMHandle unconnected;
     EXPECT_EQ(thrownBy<CIMException>(
                   [&] { ZORVA_AssociationBuilder(unconnected, "Assoc", "Ante", "Dep", "A", "D"); }),

@@ -14,8 +14,8 @@ namespace {
 using Numbers = std::vector<Uint16>;
 using Texts = std::vector<const char*>;
 
-// Loop controls over a record in memory, whose property names ignore no case: so the tests see which
-// names are asked for.
+// Loop controls of a record in memory. Its property names are case-sensitive, so that tests see
+// which names are requested.
 class LoopControls : public ZORVA_DiagLoopControls {
 public:
     LoopControls() { setLoops(0, 0); }
@@ -77,7 +77,7 @@ TEST(ZorvaDiagLoopControls, EveryCombinationHasItsCode) {
     EXPECT_EQ(codeOf({5, 4, 3}), 54U);
 }
 
-TEST(ZorvaDiagLoopControls, ContinuousWinsOverAllOthers) {
+TEST(ZorvaDiagLoopControls, ContinuousOverridesAllOthers) {
     EXPECT_EQ(codeOf({2, 3}), 2U);
     EXPECT_EQ(codeOf({3, 4, 5, 2}), 2U);
 }
@@ -89,7 +89,7 @@ TEST(ZorvaDiagLoopControls, NoneOfTheKnownControlsIs56AndStopsAtOnce) {
     EXPECT_TRUE(LoopControls().continueLoopingCheck(56));
 }
 
-TEST(ZorvaDiagLoopControls, UnknownControlsBesideKnownOnesAreIgnored) {
+TEST(ZorvaDiagLoopControls, UnknownControlsAmongKnownOnesAreIgnored) {
     EXPECT_EQ(codeOf({0, 3, 1, 77}), 3U);
 }
 
@@ -169,7 +169,7 @@ TEST(ZorvaDiagLoopControls, LimitThatDoesNotFitIsTheLargest) {
     EXPECT_TRUE(controls.LoopCountExceeded());
 }
 
-TEST(ZorvaDiagLoopControls, TimerThatLiesAheadDoesNotStop) {
+TEST(ZorvaDiagLoopControls, TimerInTheFutureDoesNotStop) {
     LoopControls controls({4}, {"3600"});
     ASSERT_EQ(controls.getThisTestLoopControl(), 4U);
     EXPECT_FALSE(controls.TimerExceeded());
@@ -225,7 +225,7 @@ TEST(ZorvaDiagLoopControls, CombinationsWithErrorCountStopAtTheOthers) {
     EXPECT_FALSE(neither.continueLoopingCheck(54));
 }
 
-TEST(ZorvaDiagLoopControls, ContinuousStopsInState7Alone) {
+TEST(ZorvaDiagLoopControls, ContinuousStopsOnlyInState7) {
     LoopControls controls;
     for (const Uint16 state : {0, 1, 2, 3, 4, 5, 6, 8}) {
         controls.setState(state);
@@ -258,7 +258,7 @@ TEST(ZorvaDiagLoopControls, PassIsCountedInState2AndFailureInState3) {
               (std::vector<std::string>{"LoopsPassed uint32 5", "LoopsFailed uint32 9"}));
 }
 
-TEST(ZorvaDiagLoopControls, CheckCountsThePassFirstWhateverTheCode) {
+TEST(ZorvaDiagLoopControls, CheckCountsThePassFirstForEveryCode) {
     for (const Uint16 code : {2, 3, 56, 99}) {
         LoopControls controls;
         controls.setState(2);

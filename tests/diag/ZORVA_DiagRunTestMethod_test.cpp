@@ -16,7 +16,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-// A test whose every step is written down and answers what it is told to.
+// Records its steps and returns what the test has set.
 class ScriptedRun : public ZORVA_DiagRunTestMethod {
 public:
     using ZORVA_DiagRunTestMethod::ZORVA_DiagRunTestMethod;
@@ -64,7 +64,7 @@ public:
     bool breaks = false;
 };
 
-// A test that leaves everything to the framework that can be left to it.
+// Overrides only the pure virtual operations.
 class PlainRun : public ZORVA_DiagRunTestMethod {
 public:
     Boolean doResultsExist() override { return true; }
@@ -100,7 +100,8 @@ protected:
     Array<CIMParamValue> out_;
 };
 
-const Texts uptoSettings = {"verifyMSE", "doResultsExist", "retrieveResultProperty TestState"};
+const Texts stepsBeforeSettings = {"verifyMSE", "doResultsExist",
+                                   "retrieveResultProperty TestState"};
 
 TEST_F(ZorvaDiagRunTestMethod, StepsOfASuccessfulRunAreInOrder) {
     ScriptedRun method = run();
@@ -141,7 +142,7 @@ TEST_F(ZorvaDiagRunTestMethod, TestInProgressIs1028WithoutSettingAndWithoutResul
     ScriptedRun method = run();
     method.state = 4;
     EXPECT_EQ(text(method.processTest(out_)), "uint32 1028");
-    EXPECT_EQ(method.steps, uptoSettings);
+    EXPECT_EQ(method.steps, stepsBeforeSettings);
     EXPECT_EQ(out_.size(), 0U);
     EXPECT_TRUE(server_->calls().empty());
 }
@@ -154,7 +155,7 @@ TEST_F(ZorvaDiagRunTestMethod, RefusedExclusivityEndsTheCallWithItsCode) {
     EXPECT_EQ(out_.size(), 0U);
 }
 
-TEST_F(ZorvaDiagRunTestMethod, ResultIsThereWhenTheTestFails) {
+TEST_F(ZorvaDiagRunTestMethod, ResultIsReturnedWhenTheTestFails) {
     ScriptedRun method = run();
     method.testCode = 99;
     EXPECT_EQ(text(method.processTest(out_)), "uint32 99");
@@ -162,14 +163,14 @@ TEST_F(ZorvaDiagRunTestMethod, ResultIsThereWhenTheTestFails) {
     EXPECT_EQ(text(out_[0].getParameterName()), "Result");
 }
 
-TEST_F(ZorvaDiagRunTestMethod, ExceptionsOfTheTestPassAndTheResultIsThere) {
+TEST_F(ZorvaDiagRunTestMethod, ExceptionsOfTheTestPropagateAndTheResultIsAppended) {
     ScriptedRun method = run();
     method.breaks = true;
     EXPECT_THROW(method.processTest(out_), std::runtime_error);
     EXPECT_EQ(out_.size(), 1U);
 }
 
-TEST_F(ZorvaDiagRunTestMethod, SettingIsCopiedByNameInOrderWhateverItsTypes) {
+TEST_F(ZorvaDiagRunTestMethod, SettingIsCopiedByNameInOrderWithItsTypes) {
     give("setting", CIMValue(settingPath_));
     ScriptedRun method = run();
     EXPECT_EQ(method.verifySettings(), 0U);
@@ -218,7 +219,7 @@ TEST_F(ZorvaDiagRunTestMethod, RunWithoutSettingKeepsTheSettingsOfTheRecord) {
     EXPECT_TRUE(server_->calls().empty());
 }
 
-TEST_F(ZorvaDiagRunTestMethod, SettingThatIsNoReferenceIsNone) {
+TEST_F(ZorvaDiagRunTestMethod, SettingThatIsNoReferenceIsIgnored) {
     for (const CIMValue& value : {CIMValue(String("Setting.k=\"v\"")), CIMValue(),
                                   CIMValue(Array<CIMObjectPath>()), CIMValue(Uint32(1050))}) {
         parameters_.clear();
@@ -230,7 +231,7 @@ TEST_F(ZorvaDiagRunTestMethod, SettingThatIsNoReferenceIsNone) {
     EXPECT_TRUE(server_->calls().empty());
 }
 
-TEST_F(ZorvaDiagRunTestMethod, NullSettingIsNone) {
+TEST_F(ZorvaDiagRunTestMethod, NullSettingIsIgnored) {
     give("Setting", CIMValue(CIMTYPE_REFERENCE, false));
     ScriptedRun method = run();
     EXPECT_EQ(method.verifySettings(), 0U);
@@ -238,14 +239,14 @@ TEST_F(ZorvaDiagRunTestMethod, NullSettingIsNone) {
     EXPECT_TRUE(server_->calls().empty());
 }
 
-TEST_F(ZorvaDiagRunTestMethod, SettingThatDoesNotExistIsNone) {
+TEST_F(ZorvaDiagRunTestMethod, SettingThatDoesNotExistIsIgnored) {
     give("Setting", CIMValue(CIMObjectPath(String("root/kavex:Setting.k=\"other\""))));
     ScriptedRun method = run();
     EXPECT_EQ(text(method.processTest(out_)), "uint32 0");
     EXPECT_EQ(method.steps.back(), "executeTest");
 }
 
-TEST_F(ZorvaDiagRunTestMethod, SettingWithoutAnyPropertyIsCopiedAsNothing) {
+TEST_F(ZorvaDiagRunTestMethod, SettingWithoutPropertiesChangesNothing) {
     const CIMObjectPath path(String("root/kavex:Setting.k=\"bare\""));
     server_->add(path, CIMInstance("Setting"));
     give("Setting", CIMValue(path));
@@ -254,7 +255,7 @@ TEST_F(ZorvaDiagRunTestMethod, SettingWithoutAnyPropertyIsCopiedAsNothing) {
     EXPECT_TRUE(method.steps.empty());
 }
 
-TEST_F(ZorvaDiagRunTestMethod, ChecksOfTheFrameworkLetEverythingPass) {
+TEST_F(ZorvaDiagRunTestMethod, DefaultChecksAllowTheRun) {
     PlainRun method;
     EXPECT_EQ(method.verifyMSE(), 0U);
     EXPECT_EQ(method.verifyExclusivity(), 0U);

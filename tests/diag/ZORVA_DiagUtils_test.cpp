@@ -11,7 +11,7 @@
 namespace Pegasus {
 namespace {
 
-TEST(ZorvaDiagUtils, TwoMessagesAreAppendedExactlyAsTheyStand) {
+TEST(ZorvaDiagUtils, MessagesAreAppendedUnchanged) {
     LogFolder folder;
     ZORVA_DiagUtils::DEBUG_PRINT("a");
     ZORVA_DiagUtils::DEBUG_PRINT("b\n");
@@ -24,7 +24,7 @@ TEST(ZorvaDiagUtils, MessageIsWrittenInUtf8) {
     EXPECT_EQ(folder.take(), "  Ger\xC3\xA4t \xE2\x82\xAC\n");
 }
 
-TEST(ZorvaDiagUtils, LogIsMadeInTheWorkingDirectoryOfTheMoment) {
+TEST(ZorvaDiagUtils, LogIsCreatedInTheCurrentWorkingDirectory) {
     LogFolder first;
     ZORVA_DiagUtils::DEBUG_PRINT("first");
     {
@@ -50,7 +50,7 @@ TEST(ZorvaDiagUtils, ObjectMayBeDerivedFromAndDeletedByItsBase) {
     EXPECT_TRUE(isGone);
 }
 
-TEST(ZorvaDiagUtils, CurrentDateTimeIsTheTimeOfNow) {
+TEST(ZorvaDiagUtils, CurrentDateTimeIsNow) {
     const CIMDateTime before = CIMDateTime::getCurrentDateTime();
     const CIMDateTime now = ZORVA_DiagUtils::getCurrentDateTime();
     EXPECT_FALSE(now.isInterval());

@@ -21,9 +21,9 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr Uint32 NONE = 77777777;
+constexpr Uint32 notFound = 77777777;
 
-// Results whose path agrees with their properties, and whose construction can be made to fail.
+// Builds results whose path agrees with their properties; building can be made to fail.
 class NamedResults : public ResultTable {
 public:
     void buildTestResult(CIMOMHandle, String diagnosticName, String executionId) override {
@@ -105,7 +105,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, EmptyTableEnumeratesNothing) {
 }
 
 TEST_F(ZorvaDiagnosticResultBuilder, EmptyTableHasIndex77777777) {
-    EXPECT_EQ(results_.getRefInstIndex("Test", "usb1"), NONE);
+    EXPECT_EQ(results_.getRefInstIndex("Test", "usb1"), notFound);
 }
 
 TEST_F(ZorvaDiagnosticResultBuilder, EmptyTableMakesGetABadReference) {
@@ -117,7 +117,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, EmptyTableMakesGetABadReference) {
 
 // --- the placeholder
 
-TEST_F(ZorvaDiagnosticResultBuilder, PlaceholderPathKeepsItsAsymmetry) {
+TEST_F(ZorvaDiagnosticResultBuilder, PlaceholderPathDisagreesWithItsProperties) {
     ZORVA_DiagnosticResultBuilder().buildTestResult(CIMOMHandle(), "Test", "usb1");
     ASSERT_EQ(ResultTable::entries().size(), 1U);
     const Array<CIMKeyBinding> keys = ResultTable::entries()[0].first.getKeyBindings();
@@ -145,7 +145,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, PlaceholderPropertiesNameTheTest) {
     EXPECT_EQ(propertiesOf(instance), expected);
 }
 
-TEST_F(ZorvaDiagnosticResultBuilder, PlaceholderAsksNoServer) {
+TEST_F(ZorvaDiagnosticResultBuilder, PlaceholderMakesNoCallsToTheServer) {
     const auto server = std::make_shared<TestServer>();
     ZORVA_DiagnosticResultBuilder().buildTestResult(CIMOMHandle(server), "Test", "usb1");
     EXPECT_TRUE(server->calls().empty());
@@ -177,8 +177,8 @@ TEST_F(ZorvaDiagnosticResultBuilder, EarlierOfTwoEqualResultsIsFound) {
 
 TEST_F(ZorvaDiagnosticResultBuilder, IdentityIsCaseSensitive) {
     build("Test", "usb1");
-    EXPECT_EQ(results_.getRefInstIndex("test", "usb1"), NONE);
-    EXPECT_EQ(results_.getRefInstIndex("Test", "USB1"), NONE);
+    EXPECT_EQ(results_.getRefInstIndex("test", "usb1"), notFound);
+    EXPECT_EQ(results_.getRefInstIndex("Test", "USB1"), notFound);
 }
 
 TEST_F(ZorvaDiagnosticResultBuilder, IndexFollowsEveryChangeOfTheTable) {
@@ -188,7 +188,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, IndexFollowsEveryChangeOfTheTable) {
     EXPECT_EQ(results_.getRefInstIndex("Test", "usb3"), 2U);
     clear("Test", elementParameter("usb1"));
     EXPECT_EQ(results_.getRefInstIndex("Test", "usb3"), 1U);
-    EXPECT_EQ(results_.getRefInstIndex("Test", "usb1"), NONE);
+    EXPECT_EQ(results_.getRefInstIndex("Test", "usb1"), notFound);
     build("Test", "usb1");
     EXPECT_EQ(results_.getRefInstIndex("Test", "usb1"), 2U);
     results_.checkForTestResult(CIMOMHandle(), "Test", "usb2", true);
@@ -196,7 +196,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, IndexFollowsEveryChangeOfTheTable) {
     EXPECT_EQ(results_.getRefInstIndex("Test", "usb1"), 1U);
     EXPECT_EQ(results_.getRefInstIndex("Test", "usb2"), 2U);
     clear("Test", elementParameter("usb2"));
-    EXPECT_EQ(results_.getRefInstIndex("Test", "usb2"), NONE);
+    EXPECT_EQ(results_.getRefInstIndex("Test", "usb2"), notFound);
 }
 
 TEST_F(ZorvaDiagnosticResultBuilder, ReferenceWithHostAndNamespaceFindsTheEntry) {
@@ -242,14 +242,14 @@ TEST_F(ZorvaDiagnosticResultBuilder, AbsentPropertyIsNamed) {
 
 TEST_F(ZorvaDiagnosticResultBuilder, IndexPastTheEndIsOutOfBounds) {
     build("Test", "usb1");
-    for (const Uint32 index : {1U, NONE}) {
+    for (const Uint32 index : {1U, notFound}) {
         EXPECT_EQ(thrownBy<IndexOutOfBoundsException>(
                       [&] { results_.getPropertyValue(index, "TestState"); }),
                   "index out of bounds");
     }
 }
 
-TEST_F(ZorvaDiagnosticResultBuilder, AbsentResultIsOutOfBoundsForEveryOperationOnOne) {
+TEST_F(ZorvaDiagnosticResultBuilder, AbsentResultIsOutOfBoundsForEveryOperation) {
     build("Test", "usb1");
     const std::string message = "index out of bounds";
     EXPECT_EQ(thrownBy<IndexOutOfBoundsException>(
@@ -318,7 +318,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, AllOtherPropertiesAreNotWritable) {
     EXPECT_EQ(propertiesOf(ResultTable::entries()[0].second), before);
 }
 
-TEST_F(ZorvaDiagnosticResultBuilder, PropertyThatIsNotWritableIsRefusedBeforeTheResultIsLookedFor) {
+TEST_F(ZorvaDiagnosticResultBuilder, WritabilityIsCheckedBeforeTheResultIsSearched) {
     EXPECT_EQ(thrownBy<NotImplemented>(
                   [&] { results_.setResultProperty("Test", "usb1", "ErrorCode", CIMValue()); }),
               "not implemented: ZORVA_DiagnosticResult property not writable");
@@ -360,7 +360,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, ReportLinesAreAppendedInOrder) {
     EXPECT_EQ(lines(results_.getResultProperty("Test", "usb1", "TestResults")), (Texts{"a", "b"}));
 }
 
-TEST_F(ZorvaDiagnosticResultBuilder, ReportLinesStandAsTheyWereGiven) {
+TEST_F(ZorvaDiagnosticResultBuilder, ReportLinesAreUnchanged) {
     build("Test", "usb1");
     build("Test", "usb2");
     Texts expected;
@@ -391,7 +391,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, ReportLinesGoToTheResultThatReplacedAnother
     EXPECT_EQ(lines(results_.getResultProperty("Test", "usb1", "TestResults")), Texts{"new"});
 }
 
-TEST_F(ZorvaDiagnosticResultBuilder, ReportThatWasHandedOutDoesNotGrow) {
+TEST_F(ZorvaDiagnosticResultBuilder, ReturnedReportDoesNotGrow) {
     build("Test", "usb1");
     results_.setResultPropertyTestResults("Test", "usb1", "a");
     const Array<CIMInstance> handedOut = results_.enumResultInstances();
@@ -403,7 +403,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, ReportThatWasHandedOutDoesNotGrow) {
 
 // --- one result per test and element
 
-TEST_F(ZorvaDiagnosticResultBuilder, CheckBuildsAResultThatIsMissing) {
+TEST_F(ZorvaDiagnosticResultBuilder, CheckBuildsAMissingResult) {
     EXPECT_TRUE(results_.checkForTestResult(CIMOMHandle(), "Test", "usb1", false));
     EXPECT_EQ(identities(), Texts{"Test/usb1"});
     EXPECT_EQ(results_.built, 1);
@@ -448,7 +448,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, FailedReplacementLeavesTheTableAsItWas) {
     EXPECT_EQ(text(results_.getResultProperty("Test", "usb1", "TestState")), "uint16 2");
 }
 
-TEST_F(ZorvaDiagnosticResultBuilder, CheckSaysSoWhereNoResultCouldBeMade) {
+TEST_F(ZorvaDiagnosticResultBuilder, CheckReturnsFalseIfNoResultCouldBeMade) {
     class Forgetful : public ZORVA_DiagnosticResultBuilder {
         void buildTestResult(CIMOMHandle, String, String) override {}
     };
@@ -499,7 +499,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, LastOfSeveralDeviceIdsCounts) {
     EXPECT_EQ(identities(), Texts{"Test/a"});
 }
 
-TEST_F(ZorvaDiagnosticResultBuilder, ElementWithoutDeviceIdStandsForTheEmptyOne) {
+TEST_F(ZorvaDiagnosticResultBuilder, ElementWithoutDeviceIdHasTheEmptyOne) {
     build("Test", "usb1");
     build("Test", "");
     EXPECT_EQ(clear("Test", parameter("SystemElement", CIMValue(CIMObjectPath(String("C.k=1"))))),
@@ -507,7 +507,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, ElementWithoutDeviceIdStandsForTheEmptyOne)
     EXPECT_EQ(identities(), Texts{"Test/usb1"});
 }
 
-TEST_F(ZorvaDiagnosticResultBuilder, NullElementStandsForTheEmptyDeviceId) {
+TEST_F(ZorvaDiagnosticResultBuilder, NullElementHasTheEmptyDeviceId) {
     build("Test", "usb1");
     build("Test", "");
     EXPECT_EQ(clear("Test", parameter("SystemElement", CIMValue(CIMTYPE_REFERENCE, false))),
@@ -526,7 +526,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, ResultInProgressStaysAndIsReportedOnce) {
     EXPECT_TRUE(out_[0].isTyped());
 }
 
-TEST_F(ZorvaDiagnosticResultBuilder, EachResultInProgressIsReportedAndTheOthersGo) {
+TEST_F(ZorvaDiagnosticResultBuilder, EachResultInProgressIsReportedAndTheOthersAreRemoved) {
     for (int i = 0; i < 4; ++i) {
         build("Test", "usb1");
     }
@@ -537,7 +537,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, EachResultInProgressIsReportedAndTheOthersG
     EXPECT_EQ(out_.size(), 2U);
 }
 
-TEST_F(ZorvaDiagnosticResultBuilder, EveryStateButInProgressIsCleared) {
+TEST_F(ZorvaDiagnosticResultBuilder, EveryStateExceptInProgressIsCleared) {
     for (const Uint16 state : {0, 1, 2, 3, 5, 6, 7}) {
         build("Test", "usb1");
         setState("Test", "usb1", state);
@@ -547,16 +547,16 @@ TEST_F(ZorvaDiagnosticResultBuilder, EveryStateButInProgressIsCleared) {
     EXPECT_EQ(out_.size(), 0U);
 }
 
-TEST_F(ZorvaDiagnosticResultBuilder, ClearKeepsTheOutParametersThatAreThere) {
+TEST_F(ZorvaDiagnosticResultBuilder, ClearKeepsExistingOutParameters) {
     out_.append(CIMParamValue("Before", CIMValue(Uint8(1))));
     clear("Test", elementParameter("usb1"));
     ASSERT_EQ(out_.size(), 1U);
     EXPECT_EQ(text(out_[0].getParameterName()), "Before");
 }
 
-// --- hand-outs and layout
+// --- returned instances and layout
 
-TEST_F(ZorvaDiagnosticResultBuilder, WhatIsDoneToAHandOutDoesNotReachTheTable) {
+TEST_F(ZorvaDiagnosticResultBuilder, ChangesOfAReturnedInstanceDoNotReachTheTable) {
     build("Test", "usb1");
     const CIMObjectPath path = results_.getTestResultReference("Test", "usb1");
     for (CIMInstance instance :

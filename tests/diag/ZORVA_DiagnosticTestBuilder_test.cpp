@@ -35,7 +35,7 @@ private:
         addProperty(instance, "Started", CIMValue(Boolean(false)));
         Array<CIMKeyBinding> keys;
         keys.append(stringKey("Name", name));
-        appendTo(_tests, tablePath("Test", keys), instance);
+        appendTo(tests_, tablePath("Test", keys), instance);
     }
 };
 
@@ -54,7 +54,7 @@ TEST_F(ZorvaDiagnosticTestBuilder, TestIsFoundByItsPath) {
     EXPECT_EQ(propertyText(found[0], "Name"), "string Second");
 }
 
-TEST_F(ZorvaDiagnosticTestBuilder, PathThatDiffersInHostOrNamespaceAloneFindsTheTest) {
+TEST_F(ZorvaDiagnosticTestBuilder, TestIsFoundIgnoringHostAndNamespace) {
     EXPECT_EQ(tests_.getTestInstance(path("root/x:Test.Name=\"First\"")).size(), 1U);
     EXPECT_EQ(tests_.getTestInstance(path("//h/root/x:test.name=\"First\"")).size(), 1U);
 }
@@ -152,7 +152,7 @@ TEST_F(ZorvaDiagnosticTestBuilder, BaseOffersNoTests) {
     EXPECT_EQ(base.buildTests().size(), 0U);
 }
 
-TEST_F(ZorvaDiagnosticTestBuilder, WhatIsHandedOutIsACopy) {
+TEST_F(ZorvaDiagnosticTestBuilder, ReturnedInstancesAreClones) {
     CIMInstance one = tests_.getTestInstance(path("Test.Name=\"First\""))[0];
     propertyOf(one, "IsInUse").setValue(CIMValue(Boolean(true)));
     EXPECT_EQ(text(tests_.getTestProperty("First", "IsInUse")), "boolean FALSE");

@@ -103,7 +103,7 @@ TEST_F(ZorvaInParameterHandler, ExceptionsOfTheObjectModelAreANullInstance) {
     EXPECT_FALSE(isFound(element));
 }
 
-TEST_F(ZorvaInParameterHandler, OtherExceptionsPass) {
+TEST_F(ZorvaInParameterHandler, OtherExceptionsPropagate) {
     server_->beforeCall = [](std::size_t) { throw std::runtime_error("broken"); };
     EXPECT_THROW(isFound(reference("root/kavex:ZORVA_UsbHc.DeviceID=\"usb1\"")),
                  std::runtime_error);

@@ -42,7 +42,7 @@ protected:
     CIMOMHandle handle_{server_};
 };
 
-TEST_F(ZorvaSystemInfo, NameStandsBeforeCreationClassName) {
+TEST_F(ZorvaSystemInfo, NameComesBeforeCreationClassName) {
     addSystem("host1",
               {{"CreationClassName", "QUIRVO_ComputerSystem"}, {"Other", "x"}, {"Name", "host1"}});
     EXPECT_EQ(lookUp(), (Texts{"Name=host1", "CreationClassName=QUIRVO_ComputerSystem"}));
@@ -59,7 +59,7 @@ TEST_F(ZorvaSystemInfo, OnlyTheFirstOfSeveralSystemsIsUsed) {
     EXPECT_EQ(lookUp(), Texts{"Name=first"});
 }
 
-TEST_F(ZorvaSystemInfo, ServerIsAskedForAllPropertiesByClassAndKeysAlone) {
+TEST_F(ZorvaSystemInfo, AllPropertiesAreFetchedByClassAndKeysOnly) {
     addSystem("host1", {{"Name", "host1"}});
     lookUp();
     ASSERT_EQ(server_->calls().size(), 2U);
@@ -87,12 +87,12 @@ TEST_F(ZorvaSystemInfo, NullSystemIsAnEmptyArray) {
     EXPECT_EQ(lookUp(), Texts());
 }
 
-TEST_F(ZorvaSystemInfo, SystemWithNameAloneIsOneElement) {
+TEST_F(ZorvaSystemInfo, SystemWithNameOnlyIsOneElement) {
     addSystem("host1", {{"Name", "host1"}});
     EXPECT_EQ(lookUp(), Texts{"Name=host1"});
 }
 
-TEST_F(ZorvaSystemInfo, SystemWithCreationClassNameAloneIsOneElement) {
+TEST_F(ZorvaSystemInfo, SystemWithCreationClassNameOnlyIsOneElement) {
     addSystem("host1", {{"CreationClassName", "C"}});
     EXPECT_EQ(lookUp(), Texts{"CreationClassName=C"});
 }
@@ -111,7 +111,7 @@ TEST_F(ZorvaSystemInfo, CimExceptionOfEitherCallIsAnEmptyArray) {
     }
 }
 
-TEST_F(ZorvaSystemInfo, OtherExceptionsPass) {
+TEST_F(ZorvaSystemInfo, OtherExceptionsPropagate) {
     server_->beforeCall = [](std::size_t) { throw Exception("broken"); };
     EXPECT_EQ(thrownBy<Exception>([&] { lookUp(); }), "broken");
     server_->beforeCall = [](std::size_t) { throw std::runtime_error("broken"); };

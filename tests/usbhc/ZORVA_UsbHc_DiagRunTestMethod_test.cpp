@@ -250,7 +250,7 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, TestNameInAnotherCaseRunsTheTestOnARecordOfI
     EXPECT_EQ(runTest("getusbdeviceinformation"), "uint32 0");
     EXPECT_EQ(property("TestState", "getusbdeviceinformation"), "uint16 2");
     EXPECT_EQ(table_.getRefInstIndex(TEST_NAME, "usb1"),
-              ZORVA_DiagnosticResultBuilder::RESULT_NOT_FOUND);
+              ZORVA_DiagnosticResultBuilder::resultNotFound);
 }
 
 TEST_F(ZorvaUsbHcDiagRunTestMethod, OtherRunsNothingButStampsItsTimes) {
