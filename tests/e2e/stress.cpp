@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// usage: stress SECONDS CLIENTS CIMHOST LIBRARY LIST
+// usage: e2e_stress_test SECONDS CLIENTS CIMHOST LIBRARY LIST
 //
 // Many clients at once run the test, list, fetch, follow associations and clear, each over connections
 // of its own. Every answer must be well formed and one that the operation may have; at no moment may
@@ -351,7 +351,7 @@ int run(int seconds, int clientCount, const char* program, const char* library, 
 
 int main(int argc, char** argv) {
     if (argc != 6) {
-        std::cerr << "usage: stress SECONDS CLIENTS CIMHOST LIBRARY LIST\n";
+        std::cerr << "usage: e2e_stress_test SECONDS CLIENTS CIMHOST LIBRARY LIST\n";
         return 2;
     }
     try {

@@ -126,7 +126,7 @@ def main(arguments):
     name, kernel, initramfs = arguments
     machine, devices, _, _ = MACHINES[name]
     if not os.path.exists(initramfs):
-        print("skipped: no system to run in the virtual machine, see the test vm-guest")
+        print("skipped: no system to run in the virtual machine, see the test vm_guest")
         return SKIPPED
     files = boot(machine, devices, kernel, initramfs)
     if not files:
