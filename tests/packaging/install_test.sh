@@ -22,6 +22,14 @@ cmp "$folder/expected" "$folder/report"
 for file in mof/cimhost.mof samples/ohci-tree.txt; do
     test -s "$folder/second/share/zorva-usb-diagnostics/$file"
 done
+documents=$folder/second/share/doc/zorva-usb-diagnostics
+for file in README.md CHANGELOG.md administrators-guide.md; do
+    test -s "$documents/$file"
+done
+# What is for those who work on the project stays with its source.
+for file in ARCHITECTURE.md CONTRIBUTING.md decisions; do
+    test ! -e "$documents/$file"
+done
 test -s "$folder/second/share/man/man1/usbhcdiag.1.gz"
 test -s "$folder/second/share/bash-completion/completions/usbhcdiag"
 # Where the debug log has no fixed place there is nothing to rotate.
