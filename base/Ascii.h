@@ -7,8 +7,12 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace base {
 
@@ -30,6 +34,28 @@ constexpr bool isLowerCase(char32_t character) {
 
 constexpr bool isLetter(char32_t character) {
     return isUpperCase(character) || isLowerCase(character);
+}
+
+/// How many of the characters (of one or two bytes each) that stand first are ASCII. Most texts are
+/// nothing else, so as many as fit a word are looked at together.
+template <typename Character>
+std::size_t asciiPrefix(const Character* text, std::size_t size) {
+    static_assert(std::is_trivially_copyable_v<Character> && sizeof(Character) <= 2);
+    constexpr std::uint64_t notAscii =
+        sizeof(Character) == 1 ? 0x8080808080808080U : 0xFF80FF80FF80FF80U;
+    constexpr std::size_t block = sizeof notAscii / sizeof(Character);
+    std::size_t end = 0;
+    for (; size - end >= block; end += block) {
+        std::uint64_t characters = 0;
+        std::memcpy(&characters, text + end, sizeof characters);
+        if ((characters & notAscii) != 0) {
+            break;
+        }
+    }
+    while (end < size && isAscii(text[end])) {
+        ++end;
+    }
+    return end;
 }
 
 /// The character in lower case if it is one of A to Z, else unchanged.

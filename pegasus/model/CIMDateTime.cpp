@@ -9,6 +9,9 @@
 
 #include <Pegasus/Common/CIMDateTime.h>
 
+#include "base/Ascii.h"
+#include "base/Integers.h"
+
 namespace Pegasus {
 
 namespace {
@@ -89,17 +92,13 @@ Date dateAfter(Sint64 days) {
     return date;
 }
 
-constexpr bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 /// The text as ASCII, or nothing if it cannot be a date.
 std::string asciiOf(const String& text) {
     std::string ascii;
     if (text.size() == textSize) {
-        std::transform(text.getChar16Data(), text.getChar16Data() + textSize,
-                       std::back_inserter(ascii),
-                       [](Uint16 unit) { return unit < 0x80 ? static_cast<char>(unit) : '?'; });
+        std::transform(
+            text.getChar16Data(), text.getChar16Data() + textSize, std::back_inserter(ascii),
+            [](Uint16 unit) { return base::isAscii(unit) ? static_cast<char>(unit) : '?'; });
     }
     return ascii;
 }
@@ -111,7 +110,7 @@ std::size_t countDigits(std::string_view digits, bool isInterval) {
     const std::size_t firstField = isInterval ? intervalDaysField.size : yearField.size;
     const bool endsField =
         count >= microsecondsField.begin || count == 0 || (count >= firstField && count % 2 == 0);
-    if (!endsField || !std::all_of(digits.begin(), digits.begin() + count, isDigit) ||
+    if (!endsField || !std::all_of(digits.begin(), digits.begin() + count, base::isDigit) ||
         digits.find_first_not_of('*', count) != std::string_view::npos) {
         throw InvalidDateTimeFormatException();
     }
@@ -161,27 +160,27 @@ Sint64 daysIn(std::string_view digits) {
 
 CIMDateTime::CIMDateTime(const String& text) {
     const std::string ascii = asciiOf(text);
-    const bool isFormed =
-        !ascii.empty() && ascii[dotIndex] == '.' &&
-        std::string_view("+-:").find(ascii[signIndex]) != std::string_view::npos &&
-        std::all_of(ascii.begin() + signIndex + 1, ascii.end(), isDigit);
-    if (!isFormed) {
+    const bool isFormed = !ascii.empty() && ascii[dotIndex] == '.' &&
+                          std::string_view("+-:").find(ascii[signIndex]) != std::string_view::npos;
+    const auto offset =
+        isFormed ? base::parseDigits<Uint16>(std::string_view(ascii).substr(signIndex + 1))
+                 : std::nullopt;
+    if (!offset) {
         throw InvalidDateTimeFormatException();
     }
     const std::string digits =
         ascii.substr(0, dotIndex) + ascii.substr(dotIndex + 1, signIndex - dotIndex - 1);
-    const Sint64 offset = std::stol(ascii.substr(signIndex + 1));
     isInterval_ = ascii[signIndex] == ':';
     digits_ = static_cast<Uint8>(countDigits(digits, isInterval_));
     if (isInterval_) {
-        if (offset != 0) {
+        if (*offset != 0) {
             throw InvalidDateTimeFormatException();
         }
         microseconds_ = static_cast<Uint64>(
             numberIn(digits, intervalDaysField) * microsecondsPerDay + timeOfDayIn(digits));
         return;
     }
-    utcOffset_ = static_cast<Sint16>(ascii[signIndex] == '-' ? -offset : offset);
+    utcOffset_ = static_cast<Sint16>(ascii[signIndex] == '-' ? -*offset : *offset);
     const Sint64 days = daysIn(digits);
     const Sint64 microseconds =
         days * microsecondsPerDay + timeOfDayIn(digits) - utcOffset_ * microsecondsPerMinute;

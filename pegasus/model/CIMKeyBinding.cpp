@@ -5,7 +5,7 @@
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMValue.h>
 
-#include "pegasus/model/IntegerText.h"
+#include "pegasus/model/KeyInteger.h"
 #include "pegasus/model/PathParts.h"
 
 namespace Pegasus {
@@ -34,8 +34,8 @@ CIMKeyBinding::Type keyTypeOf(const CIMValue& value) {
 }
 
 bool equalNumbers(const String& x, const String& y) {
-    const std::optional<Integer> xNumber = parseInteger(x, Sign::PlusOrMinus);
-    const std::optional<Integer> yNumber = parseInteger(y, Sign::PlusOrMinus);
+    const std::optional<KeyInteger> xNumber = parseKeyInteger(x, Sign::PlusOrMinus);
+    const std::optional<KeyInteger> yNumber = parseKeyInteger(y, Sign::PlusOrMinus);
     return xNumber && yNumber && xNumber->isNegative == yNumber->isNegative &&
            xNumber->magnitude == yNumber->magnitude;
 }

@@ -2,17 +2,18 @@
 // What may be a name.
 #include <Pegasus/Common/CIMName.h>
 
+#include "base/Ascii.h"
+
 namespace Pegasus {
 
 namespace {
 
 constexpr bool mayBegin(Uint16 unit) {
-    return (unit >= 'A' && unit <= 'Z') || (unit >= 'a' && unit <= 'z') || unit == '_' ||
-           (unit >= 0x0080 && unit <= 0xFFEF);
+    return base::isLetter(unit) || unit == '_' || (unit >= 0x0080 && unit <= 0xFFEF);
 }
 
 constexpr bool mayFollow(Uint16 unit) {
-    return mayBegin(unit) || (unit >= '0' && unit <= '9');
+    return mayBegin(unit) || base::isDigit(unit);
 }
 
 bool isName(const Char16* begin, const Char16* end) {

@@ -6,20 +6,19 @@
 #include <algorithm>
 #include <string>
 
+#include "base/Ascii.h"
+#include "base/Integers.h"
+
 namespace Pegasus {
 
 namespace {
 
-constexpr bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 constexpr bool isLabelCharacter(char c) {
-    return isDigit(c) || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == '-';
+    return base::isDigit(c) || base::isLetter(c) || c == '_' || c == '-';
 }
 
 bool isNumber(const std::string& text) {
-    return std::all_of(text.begin(), text.end(), isDigit);
+    return std::all_of(text.begin(), text.end(), base::isDigit);
 }
 
 bool isLabel(const std::string& text) {
@@ -54,13 +53,11 @@ bool isName(const std::string& text) {
 
 /// Whether the text is a colon and a port number, or a colon alone, or nothing.
 bool isPort(const std::string& text) {
-    constexpr unsigned long highest = 65535;
     if (text.empty() || text == ":") {
         return true;
     }
     const std::string number = text.substr(1);
-    return text[0] == ':' && number.size() <= 5 && isNumber(number) &&
-           std::stoul(number) <= highest;
+    return text[0] == ':' && number.size() <= 5 && base::parseDigits<std::uint16_t>(number);
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "pegasus/model/HostName.h"
-#include "pegasus/model/IntegerText.h"
+#include "pegasus/model/KeyInteger.h"
 
 namespace Pegasus {
 
@@ -154,7 +154,7 @@ private:
                 return {};
             }
         }
-        if (!parseInteger(value, Sign::MinusOnly)) {
+        if (!parseKeyInteger(value, Sign::MinusOnly)) {
             return "invalid key-value pair, invalid number value " + value;
         }
         type = CIMKeyBinding::NUMERIC;

@@ -10,7 +10,8 @@
 #include <Pegasus/Common/InternalException.h>
 #include <Pegasus/Common/String.h>
 
-#include "pegasus/model/Utf8.h"
+#include "base/Ascii.h"
+#include "base/Utf16.h"
 
 namespace Pegasus {
 
@@ -61,6 +62,12 @@ Array<Char16> terminated(const Char16* units, std::size_t size) {
     throw Exception(message);
 }
 
+/// Of the code points that UTF-8 can write, those that are no characters are read as U+FFFD.
+constexpr auto characterFor = [](char32_t code) {
+    const bool isCharacter = !base::isSurrogate(code) && code != 0xFFFE && code != 0xFFFF;
+    return isCharacter ? code : base::replacementCharacter;
+};
+
 Array<Char16> fromUtf8(const char* bytes, std::size_t size) {
     if (size == 0) {
         return {};
@@ -69,22 +76,18 @@ Array<Char16> fromUtf8(const char* bytes, std::size_t size) {
         throw std::bad_alloc();
     }
     Array<Char16> text(static_cast<Uint32>(size) + 1);
-    const Utf8::Decoded decoded = Utf8::decode(bytes, size, &text[0]);
-    if (decoded.bytesRead != size) {
-        throwNotUtf8(bytes, size, decoded.bytesRead);
+    const base::Utf8Converted converted = base::utf8ToUtf16(bytes, size, &text[0], characterFor);
+    if (converted.bytesRead != size) {
+        throwNotUtf8(bytes, size, converted.bytesRead);
     }
     // What is left of the zeros behind the text, but for one.
-    text.remove(static_cast<Uint32>(decoded.unitsWritten),
-                static_cast<Uint32>(size - decoded.unitsWritten));
+    text.remove(static_cast<Uint32>(converted.unitsWritten),
+                static_cast<Uint32>(size - converted.unitsWritten));
     return text;
 }
 
-constexpr bool isAscii(char c) {
-    return static_cast<Uint8>(c) < 0x80;
-}
-
 constexpr Uint16 lowered(Uint16 unit) {
-    return unit >= 'A' && unit <= 'Z' ? static_cast<Uint16>(unit + ('a' - 'A')) : unit;
+    return base::toLower(unit);
 }
 
 constexpr Uint16 unchanged(Uint16 unit) {
@@ -125,7 +128,7 @@ bool equalTexts(const String& s1, const String& s2, Same same) {
 template <class Same>
 bool equalTexts(const String& s1, const char* s2, Same same) {
     const Uint32 size2 = lengthOf(s2);
-    if (!std::all_of(s2, s2 + size2, isAscii)) {
+    if (base::asciiPrefix(s2, size2) != size2) {
         return equalTexts(s1, String(s2, size2), same);
     }
     return equalUnits(s1, s2, size2, same);
@@ -196,9 +199,9 @@ const Char16* String::getChar16Data() const noexcept {
 }
 
 CString String::getCString() const {
-    const std::size_t bytes = Utf8::encodedSize(getChar16Data(), size());
+    const std::size_t bytes = base::utf8Size(getChar16Data(), size());
     std::unique_ptr<char[]> text(new char[bytes + 1]);
-    *Utf8::encode(getChar16Data(), size(), text.get()) = '\0';
+    *base::utf16ToUtf8(getChar16Data(), size(), text.get()) = '\0';
     return CString(std::move(text));
 }
 

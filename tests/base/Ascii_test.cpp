@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "base/Ascii.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -53,6 +55,24 @@ TEST(Ascii, takesCodeUnitsAndCodePointsThatOnlyEndLikeAscii) {
     }
     EXPECT_FALSE(isLetter(U'\U00010041'));
     EXPECT_EQ(digitValue(U'\U00010041'), notADigit);
+}
+
+// ASCII is looked at in blocks, so others have to be found at every place in and between them.
+TEST(Ascii, findsTheFirstCharacterThatIsNotAscii) {
+    for (std::size_t at = 0; at <= 20; ++at) {
+        for (const int other : {0x80, 0xFF}) {
+            std::string bytes(20, '\x7F');
+            bytes.insert(at, 1, static_cast<char>(other));
+            EXPECT_EQ(asciiPrefix(bytes.data(), bytes.size()), at);
+            EXPECT_EQ(asciiPrefix(bytes.data(), at), at);
+        }
+        for (const int other : {0x0080, 0x0100, 0x8000, 0xFFFF}) {
+            std::vector<Unit> units(20, Unit('\x7F'));
+            units.insert(units.begin() + static_cast<std::ptrdiff_t>(at), Unit(other));
+            EXPECT_EQ(asciiPrefix(units.data(), units.size()), at);
+            EXPECT_EQ(asciiPrefix(units.data(), at), at);
+        }
+    }
 }
 
 TEST(Ascii, lowersLettersAlone) {
