@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <cstring>
 
+#include "base/FileDescriptor.h"
+
 namespace Pegasus {
 
 void appendToLogFile(const char* fileName, const char* text) {
@@ -15,14 +17,14 @@ void appendToLogFile(const char* fileName, const char* text) {
     }
     constexpr mode_t permissions = 0664;
     // Non-blocking, so that a FIFO in place of the log cannot block the server.
-    const int file = open(
-        fileName, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permissions);
-    if (file < 0) {
+    const base::FileDescriptor file(open(
+        fileName, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permissions));
+    if (!file.isOpen()) {
         return;
     }
     size_t left = std::strlen(text);
     while (left > 0) {
-        const ssize_t written = write(file, text, left);
+        const ssize_t written = write(file.get(), text, left);
         if (written < 0 && errno == EINTR) {
             continue;
         }
@@ -32,7 +34,6 @@ void appendToLogFile(const char* fileName, const char* text) {
         text += written;
         left -= static_cast<size_t>(written);
     }
-    close(file);
 }
 
 }  // namespace Pegasus
