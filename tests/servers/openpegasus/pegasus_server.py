@@ -22,7 +22,7 @@ def build_dir():
 
 
 def source_dir():
-    return pathlib.Path(__file__).resolve().parents[2]
+    return pathlib.Path(__file__).resolve().parents[3]
 
 
 def skip(reason):
