@@ -16,7 +16,7 @@
 #include <Pegasus/Common/Exception.h>
 
 #include "devicelist/DeviceListMount.h"
-#include "servers/cimhost/machine/HostControllers.h"
+#include "devicelist/HostControllers.h"
 #include "servers/cimhost/machine/MachineElements.h"
 #include "servers/cimhost/program/Host.h"
 #include "servers/cimhost/program/Installation.h"
@@ -58,7 +58,7 @@ void announce(int output, const std::string& url) {
 /// Shows the list that the options ask for where the provider reads; returns the host controllers.
 std::vector<std::string> presentDevices(const Options& options) {
     if (options.devices.has_value()) {
-        std::vector<std::string> controllers = hostControllersOfFile(*options.devices);
+        std::vector<std::string> controllers = devicelist::hostControllersOfFile(*options.devices);
         devicelist::DeviceListMount(*options.devices).enter();
         return controllers;
     }
@@ -70,7 +70,7 @@ std::vector<std::string> presentDevices(const Options& options) {
                       << failure.what() << '\n';
         }
     }
-    return hostControllersOfMachine("/sys");
+    return devicelist::hostControllersOfMachine("/sys");
 }
 
 HostSettings settingsFrom(const Options& options) {

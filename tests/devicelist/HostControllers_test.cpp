@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Host controllers are found in sysfs and in recorded lists.
-#include "servers/cimhost/machine/HostControllers.h"
+#include "devicelist/HostControllers.h"
 
 #include <sys/stat.h>
 
@@ -11,10 +11,16 @@
 
 #include <gtest/gtest.h>
 
-namespace cimhost {
+#include "devicelist/DeviceListReader.h"
+
+namespace devicelist {
 namespace {
 
 using Names = std::vector<std::string>;
+
+Names hostControllersOfText(const std::string& list) {
+    return hostControllersOfList(readDeviceList(list));
+}
 
 /// A folder of its own, removed at the end.
 class HostControllersTest : public testing::Test {
@@ -57,7 +63,7 @@ TEST_F(HostControllersTest, ADanglingLinkIsPassedOver) {
 }
 
 TEST_F(HostControllersTest, ARootHubsSerialNumberIsItsControllersAddress) {
-    EXPECT_EQ(hostControllersOfList("T:  Bus=02 Lev=00 Prnt=00\n"
+    EXPECT_EQ(hostControllersOfText("T:  Bus=02 Lev=00 Prnt=00\n"
                                     "S:  Product=EHCI Host Controller\n"
                                     "S:  SerialNumber=0000:00:1d.7\n"
                                     "T:  Bus=02 Lev=01 Prnt=01\n"
@@ -69,7 +75,7 @@ TEST_F(HostControllersTest, ARootHubsSerialNumberIsItsControllersAddress) {
 }
 
 TEST_F(HostControllersTest, ARootHubWithoutAddressIsNamedAfterItsBus) {
-    EXPECT_EQ(hostControllersOfList("T:  Bus=01 Lev=00 Prnt=00\nS:  SerialNumber=c4846000\n"
+    EXPECT_EQ(hostControllersOfText("T:  Bus=01 Lev=00 Prnt=00\nS:  SerialNumber=c4846000\n"
                                     "T:  Bus= 3 Lev=00 Prnt=00\n"
                                     "T:  Bus=010 Lev=00 Prnt=00\nS:  SerialNumber=a/b.c\n"
                                     "T:  Bus=00 Lev=00 Prnt=00\n"),
@@ -77,22 +83,44 @@ TEST_F(HostControllersTest, ARootHubWithoutAddressIsNamedAfterItsBus) {
 }
 
 TEST_F(HostControllersTest, AnAddressCountsOnce) {
-    EXPECT_EQ(hostControllersOfList("T:  Bus=01 Lev=00\nS:  SerialNumber=0000:00:14.0\n"
+    EXPECT_EQ(hostControllersOfText("T:  Bus=01 Lev=00\nS:  SerialNumber=0000:00:14.0\n"
                                     "T:  Bus=02 Lev=00\nS:  SerialNumber=0000:00:14.0\n"),
               Names{"0000:00:14.0"});
 }
 
 TEST_F(HostControllersTest, AListWithoutRootHubHasOneControllerAllTheSame) {
-    EXPECT_EQ(hostControllersOfList(""), Names{"usbhc0"});
-    EXPECT_EQ(hostControllersOfList("T:  Bus=01 Lev=01 Prnt=01\nS:  SerialNumber=0000:00:1d.7"),
+    EXPECT_EQ(hostControllersOfText(""), Names{"usbhc0"});
+    EXPECT_EQ(hostControllersOfText("T:  Bus=01 Lev=01 Prnt=01\nS:  SerialNumber=0000:00:1d.7"),
               Names{"usbhc0"});
-    EXPECT_EQ(hostControllersOfList("S:  SerialNumber=0000:00:1d.7\n\n\n"), Names{"usbhc0"});
+    EXPECT_EQ(hostControllersOfText("S:  SerialNumber=0000:00:1d.7\n\n\n"), Names{"usbhc0"});
+}
+
+TEST_F(HostControllersTest, AListWithOtherLineEndsHasTheSameControllers) {
+    const std::string list =
+        "T:  Bus=02 Lev=00 Prnt=00\r\n"
+        "S:  SerialNumber=0000:00:1d.7\r\n"
+        "\r\n"
+        "T:  Bus=01 Lev=00\r\n";
+    EXPECT_EQ(hostControllersOfText(list), (Names{"0000:00:1d.7", "usb1"}));
+}
+
+TEST_F(HostControllersTest, ALongListIsReadWhole) {
+    std::string list;
+    for (int bus = 1; bus <= 300; ++bus) {
+        list += "T:  Bus=" + std::to_string(bus) +
+                " Lev=00\nS:  Product=" + std::string(4000, 'x') + "\n";
+    }
+    const std::string file = (folder_ / "list").string();
+    std::ofstream(file) << list;
+    const Names controllers = hostControllersOfFile(file);
+    ASSERT_EQ(controllers.size(), 300U);
+    EXPECT_EQ(controllers.back(), "usb300");
 }
 
 TEST_F(HostControllersTest, AFileIsReadUpToItsLimit) {
     const std::string file = (folder_ / "list").string();
     std::string list = "T:  Bus=01 Lev=00\n";
-    list.resize(std::size_t{1} << 20, ' ');
+    list.resize(maximumListSize, ' ');
     std::ofstream(file) << list;
     EXPECT_EQ(hostControllersOfFile(file), Names{"usb1"});
     std::ofstream(file, std::ios::app) << ' ';
@@ -107,4 +135,4 @@ TEST_F(HostControllersTest, APipeIsLeftForTheProvider) {
 }
 
 }  // namespace
-}  // namespace cimhost
+}  // namespace devicelist

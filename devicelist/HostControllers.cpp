@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#include "devicelist/HostControllers.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <set>
+#include <string_view>
+#include <system_error>
+
+#include "base/Ascii.h"
+#include "devicelist/DeviceListFile.h"
+#include "devicelist/DeviceListReader.h"
+
+namespace devicelist {
+
+namespace {
+
+/// "usb1", "usb12": the names of root hubs in sysfs.
+bool isRootHub(const std::string& name) {
+    return name.size() > 3 && name.compare(0, 3, "usb") == 0 &&
+           std::all_of(name.begin() + 3, name.end(), [](char c) { return base::isDigit(c); });
+}
+
+/// A serial number that can be a bus address; the kernel gives root hubs that of their controller.
+bool isBusAddress(std::string_view serial) {
+    const auto isAddressCharacter = [](char c) {
+        return base::isDigit(c) || base::isLetter(c) || c == '.' || c == ':' || c == '-' ||
+               c == '_';
+    };
+    return serial.find_first_of(".:") != std::string_view::npos && serial.size() <= 64 &&
+           std::all_of(serial.begin(), serial.end(), isAddressCharacter);
+}
+
+}  // namespace
+
+std::vector<std::string> hostControllersOfMachine(const std::string& sysfs) {
+    std::set<std::string> controllers;
+    std::error_code failure;
+    const auto devices = std::filesystem::path(sysfs) / "bus/usb/devices";
+    for (std::filesystem::directory_iterator entry(devices, failure), end; !failure && entry != end;
+         entry.increment(failure)) {
+        if (!isRootHub(entry->path().filename().string())) {
+            continue;
+        }
+        std::error_code unresolved;
+        const auto device = std::filesystem::canonical(entry->path(), unresolved);
+        if (!unresolved) {
+            controllers.insert(device.parent_path().filename().string());
+        }
+    }
+    return {controllers.begin(), controllers.end()};
+}
+
+std::vector<std::string> hostControllersOfList(const DeviceList& list) {
+    std::vector<std::string> controllers;
+    std::set<std::string> known;
+    for (const Device& device : list.devices) {
+        if (device.level != 0U) {
+            continue;
+        }
+        const bool hasAddress = device.serialNumber && isBusAddress(*device.serialNumber);
+        const std::string controller =
+            hasAddress ? *device.serialNumber
+                       : "usb" + (device.bus ? std::to_string(*device.bus) : std::string());
+        if (known.insert(controller).second) {
+            controllers.push_back(controller);
+        }
+    }
+    if (controllers.empty()) {
+        controllers.emplace_back("usbhc0");
+    }
+    return controllers;
+}
+
+std::vector<std::string> hostControllersOfFile(const std::string& path) {
+    std::error_code failure;
+    DeviceList list;
+    if (std::filesystem::is_regular_file(path, failure)) {
+        try {
+            list = readDeviceList(readDeviceListFile(path));
+        } catch (const DeviceListFileError&) {
+            // Whoever reads the list says why it cannot be read.
+        }
+    }
+    return hostControllersOfList(list);
+}
+
+}  // namespace devicelist
