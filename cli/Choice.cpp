@@ -3,8 +3,8 @@
 
 #include <iostream>
 
-#include "cli/DeviceList.h"
 #include "cli/Errors.h"
+#include "cli/NothingRead.h"
 #include "cli/Text.h"
 #include "cli/Values.h"
 

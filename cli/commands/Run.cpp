@@ -5,9 +5,9 @@
 #include <iostream>
 
 #include "cli/Choice.h"
-#include "cli/DeviceList.h"
 #include "cli/Diagnostics.h"
 #include "cli/Errors.h"
+#include "cli/NothingRead.h"
 #include "cli/Progress.h"
 #include "cli/Terminal.h"
 #include "cli/Text.h"

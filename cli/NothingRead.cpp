@@ -1,29 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include "cli/DeviceList.h"
+#include "cli/NothingRead.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
-#include <cerrno>
-#include <cstring>
-#include <string_view>
-
-#include "base/FileDescriptor.h"
+#include "base/DeviceListPaths.h"
+#include "devicelist/DeviceListFile.h"
+#include "devicelist/DeviceListReader.h"
 
 namespace usbhcdiag {
 namespace {
 
 using State = DeviceListFinding::State;
 
-constexpr const char* kernelList = "/sys/kernel/debug/usb/devices";
 constexpr const char* debugFolder = "/sys/kernel/debug";
-
-DeviceListFinding failed(int error) {
-    const bool missing = error == ENOENT || error == ENOTDIR;
-    return {missing ? State::missing : State::unreadable, std::strerror(error)};
-}
 
 /// What stands at `path`, as the end of a sentence that begins with "because ".
 std::string clause(const std::string& path, const DeviceListFinding& finding) {
@@ -80,32 +69,22 @@ const char* const replayAdvice = "A recorded list is read with\n    usbhcdiag ru
 }  // namespace
 
 DeviceListFinding examineDeviceList(const std::string& path) {
-    // Without waiting for the other end of a FIFO.
-    const base::FileDescriptor file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    if (!file.isOpen()) {
-        return failed(errno);
+    try {
+        const std::string text = devicelist::readDeviceListFile(path);
+        if (text.empty()) {
+            return {State::empty, {}};
+        }
+        const bool hasDevice = !devicelist::readDeviceList(text).devices.empty();
+        return {hasDevice ? State::filled : State::blank, {}};
+    } catch (const devicelist::DeviceListFileError& error) {
+        return {error.isMissing() ? State::missing : State::unreadable, error.what()};
     }
-    struct stat status {};
-    if (::fstat(file.get(), &status) == 0 && S_ISFIFO(status.st_mode)) {
-        return {State::unreadable, "it is a FIFO"};
-    }
-    std::array<char, 8192> buffer{};
-    const ssize_t count = ::read(file.get(), buffer.data(), buffer.size());
-    if (count < 0) {
-        return failed(errno);
-    }
-    if (count == 0) {
-        return {State::empty, {}};
-    }
-    const std::string_view text(buffer.data(), static_cast<size_t>(count));
-    const bool hasDevice = text.substr(0, 2) == "T:" || text.find("\nT:") != std::string_view::npos;
-    return {hasDevice ? State::filled : State::blank, {}};
 }
 
 DeviceListPlaces deviceListPlaces(int server) {
     return {ZORVA_DEVICE_LIST_PATH,
-            "/proc/" + std::to_string(server) + "/root" + ZORVA_DEVICE_LIST_PATH, kernelList,
-            "/sys/bus/usb"};
+            "/proc/" + std::to_string(server) + "/root" + ZORVA_DEVICE_LIST_PATH,
+            base::kernelListPath, "/sys/bus/usb"};
 }
 
 std::string nothingReadPrivately(const DeviceListPlaces& places, const std::string& replayed) {
@@ -113,7 +92,7 @@ std::string nothingReadPrivately(const DeviceListPlaces& places, const std::stri
     if (!replayed.empty()) {
         return start + clause(replayed, examineDeviceList(replayed)) +
                ".\nA recorded list is a copy of " ZORVA_DEVICE_LIST_PATH " (old kernels) or " +
-               kernelList + ".\n";
+               base::kernelListPath + ".\n";
     }
     return start + clause(places.expected, examineDeviceList(places.seen)) + ".\n" +
            kernelAdvice(places) + replayAdvice;
@@ -129,7 +108,7 @@ std::string nothingReadAt(const std::string& url) {
            ZORVA_DEVICE_LIST_PATH +
            ", or an empty one.\n"
            "On that machine look at that path and at " +
-           kernelList +
+           base::kernelListPath +
            ", where modern kernels have the list.\n"
            "The server must find it at the first: the manual (man usbhcdiag, section DEVICE LIST)\n"
            "says how to present it.\n";

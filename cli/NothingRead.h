@@ -14,7 +14,7 @@ struct DeviceListFinding {
     std::string reason;  ///< of missing and unreadable: the system's text
 };
 
-/// Looks at `path` without waiting (a FIFO or a wedged device counts as unreadable).
+/// Looks at `path` without waiting; a FIFO, and a list of more than 16 MiB, count as unreadable.
 /// "blank" means that no line of it begins a device ("T:").
 DeviceListFinding examineDeviceList(const std::string& path);
 

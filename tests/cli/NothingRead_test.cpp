@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "cli/DeviceList.h"
+#include "cli/NothingRead.h"
 
 #include <stdlib.h>
 #include <sys/stat.h>
