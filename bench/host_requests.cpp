@@ -11,16 +11,16 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/ServerProcess.h"
+#include "contract/Names.h"
 #include "wire/cimxml/RequestWriter.h"
 #include "wire/cimxml/XmlText.h"
 #include "wire/client/CimClient.h"
 #include "wire/http/PercentEncoding.h"
 
+using namespace contract;
 using namespace wire;
 
 namespace {
-
-const Pegasus::CIMNamespaceName nameSpace("root/kavex");
 
 std::vector<std::string> cimhostCommand() {
     return {ZORVA_CIMHOST, "--devices", ZORVA_DEVICE_LIST};
@@ -47,33 +47,34 @@ std::string getInstance(const Pegasus::CIMObjectPath& path) {
     wire::OperationRequestWriter writer("1", "GetInstance", nameSpace);
     writer.instanceName("InstanceName", path);
     writer.boolean("LocalOnly", false);
-    return httpRequest("GetInstance", "root/kavex", writer.finish());
+    return httpRequest("GetInstance", nameSpace, writer.finish());
 }
 
 std::string enumerateInstances(const char* className) {
     wire::OperationRequestWriter writer("1", "EnumerateInstances", nameSpace);
     writer.className("ClassName", Pegasus::CIMName(className));
     writer.boolean("LocalOnly", false);
-    return httpRequest("EnumerateInstances", "root/kavex", writer.finish());
+    return httpRequest("EnumerateInstances", nameSpace, writer.finish());
 }
 
 /// A server with one result in it, and requests about it.
 struct Subject {
     explicit Subject(const std::vector<std::string>& commandLine)
         : server(commandLine), client(wire::ServerUrl::parse(server.url())) {
-        test = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc_DiagTest")[0];
-        element = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc")[0];
+        test = client.enumerateInstanceNames(nameSpace, classes::test)[0];
+        element = client.enumerateInstanceNames(nameSpace, classes::managedElement)[0];
         element.setNameSpace(nameSpace);
         Pegasus::Array<Pegasus::CIMParamValue> parameters;
-        parameters.append(Pegasus::CIMParamValue("SystemElement", Pegasus::CIMValue(element)));
-        client.invokeMethod(nameSpace, test, "RunTest", parameters);
-        result = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc_DiagResult")[0];
+        parameters.append(
+            Pegasus::CIMParamValue(parameters::systemElement, Pegasus::CIMValue(element)));
+        client.invokeMethod(nameSpace, test, methods::runTest, parameters);
+        result = client.enumerateInstanceNames(nameSpace, classes::result)[0];
 
         Pegasus::CIMObjectPath local = test;
         local.setNameSpace(nameSpace);
-        runTest =
-            httpRequest("RunTest", wire::toUtf8(local.toString()),
-                        wire::writeMethodRequest("1", "RunTest", nameSpace, test, parameters));
+        runTest = httpRequest(
+            methods::runTest, wire::toUtf8(local.toString()),
+            wire::writeMethodRequest("1", methods::runTest, nameSpace, test, parameters));
     }
 
     ServerProcess server;
@@ -130,8 +131,8 @@ BENCHMARK(otherHttpLibraryAlone)->UseRealTime();
 using SubjectSource = Subject& (*)();
 
 /// Exchanges what `request` makes of the server's paths; without that server says so instead.
-template <class wire::CimRequest>
-void exchangeWith(benchmark::State& state, SubjectSource source, wire::CimRequest request) {
+template <class Request>
+void exchangeWith(benchmark::State& state, SubjectSource source, Request request) {
     try {
         Subject& subject = source();
         exchange(state, subject.server.port(), request(subject));
@@ -149,8 +150,7 @@ void getInstanceOfTest(benchmark::State& state, SubjectSource source) {
 }
 
 void enumerateTests(benchmark::State& state, SubjectSource source) {
-    exchangeWith(state, source,
-                 [](const Subject&) { return enumerateInstances("ZORVA_UsbHc_DiagTest"); });
+    exchangeWith(state, source, [](const Subject&) { return enumerateInstances(classes::test); });
 }
 
 void runTest(benchmark::State& state, SubjectSource source) {

@@ -7,28 +7,32 @@
 #include "cli/NothingRead.h"
 #include "cli/Text.h"
 #include "cli/Values.h"
+#include "contract/Names.h"
 
 namespace usbhcdiag {
 namespace {
 
 using namespace Pegasus;
 
+std::string noInstanceOf(const std::string& className) {
+    return "no instance of " + className + " in " + contract::nameSpace;
+}
+
 [[noreturn]] void failWithoutElements(const Server& server) {
     if (const PrivateServer* privateServer = server.privateServer()) {
         throw NothingRead(noHostController(deviceListPlaces(privateServer->process())));
     }
-    throw Failure("the server at " + server.url() +
-                  " knows no USB host controller (no instance of ZORVA_UsbHc in root/kavex).\n"
-                  "OpenPegasus is given this machine's by `usbhcdiag mof`.");
+    throw Failure("the server at " + server.url() + " knows no USB host controller (" +
+                  noInstanceOf(contract::classes::managedElement) +
+                  ").\nOpenPegasus is given this machine's by `usbhcdiag mof`.");
 }
 
 }  // namespace
 
 CIMInstance chooseTest(const Array<CIMInstance>& tests) {
     if (tests.size() == 0) {
-        throw Failure(
-            "the server offers no test (no instance of ZORVA_UsbHc_DiagTest in root/kavex): is the "
-            "provider registered?");
+        throw Failure("the server offers no test (" + noInstanceOf(contract::classes::test) +
+                      "): is the provider registered?");
     }
     return tests[0];
 }
@@ -43,7 +47,7 @@ CIMInstance chooseElement(const Array<CIMInstance>& elements,
     }
     std::string known;
     for (Uint32 i = 0; i < elements.size(); ++i) {
-        const std::string id = textOf(elements[i], "DeviceID");
+        const std::string id = textOf(elements[i], contract::properties::deviceId);
         if (id == *deviceId) {
             return elements[i];
         }
@@ -57,7 +61,8 @@ Array<CIMInstance> chooseResults(const Array<CIMInstance>& results,
                                  const std::optional<std::string>& deviceId) {
     Array<CIMInstance> chosen;
     for (Uint32 i = 0; i < results.size(); ++i) {
-        if (!deviceId.has_value() || textOf(results[i], "ExecutionID") == *deviceId) {
+        if (!deviceId.has_value() ||
+            textOf(results[i], contract::properties::executionId) == *deviceId) {
             chosen.append(results[i]);
         }
     }

@@ -6,17 +6,16 @@
 
 #include "cli/Errors.h"
 #include "cli/Values.h"
+#include "contract/Names.h"
+#include "contract/ReturnCode.h"
+#include "contract/TestState.h"
 #include "wire/cimxml/XmlText.h"
 
 namespace usbhcdiag {
 namespace {
 
 using namespace Pegasus;
-
-const CIMNamespaceName& nameSpace() {
-    static const CIMNamespaceName name("root/kavex");
-    return name;
-}
+using namespace contract;
 
 /// The code that a method answered. A server that has no provider for the method answers none.
 Uint32 returnCode(const wire::MethodResult& answer, const char* method) {
@@ -33,7 +32,7 @@ Uint32 returnCode(const wire::MethodResult& answer, const char* method) {
 
 void requireSuccess(const wire::MethodResult& answer, const char* method) {
     const Uint32 code = returnCode(answer, method);
-    if (code != 0) {
+    if (static_cast<ReturnCode>(code) != ReturnCode::success) {
         throw Failure(std::string(method) + " answered " + std::to_string(code) + ": " +
                       returnCodeText(code));
     }
@@ -43,7 +42,7 @@ CIMObjectPath resultReference(const wire::MethodResult& answer) {
     for (Uint32 i = 0; i < answer.outParameters.size(); ++i) {
         const CIMParamValue& parameter = answer.outParameters[i];
         const CIMValue value = parameter.getValue();
-        if (String::equalNoCase(parameter.getParameterName(), "Result") &&
+        if (String::equalNoCase(parameter.getParameterName(), parameters::result) &&
             value.getType() == CIMTYPE_REFERENCE && !value.isArray() && !value.isNull()) {
             CIMObjectPath path;
             value.get(path);
@@ -72,67 +71,68 @@ std::string testStateText(std::uint16_t state) {
 }
 
 std::string returnCodeText(std::uint32_t code) {
-    switch (code) {
-        case 1024:
+    switch (static_cast<ReturnCode>(code)) {
+        case ReturnCode::success:
+            return "success";
+        case ReturnCode::noResultRecord:
             return "there is no result record for this test and element";
-        case 1028:
+        case ReturnCode::testInProgress:
             return "the test is already in progress on this element";
-        case 1034:
+        case ReturnCode::exclusiveTestRunning:
             return "a test that runs alone is already in progress on this element";
-        case 1040:
+        case ReturnCode::notAReference:
             return "a parameter is not a reference";
-        case 1044:
+        case ReturnCode::noSuchElement:
             return "the server cannot find the element, or it has no properties";
-        case 1050:
+        case ReturnCode::absentParameter:
             return "a parameter is missing";
-        default:
-            return "a code that this program does not know";
     }
+    return "a code that this program does not know";
 }
 
 Array<CIMInstance> Diagnostics::instances(const char* className) {
-    return client_.enumerateInstances(nameSpace(), CIMName(className));
+    return client_.enumerateInstances(nameSpace, CIMName(className));
 }
 
 Array<CIMInstance> Diagnostics::tests() {
-    return instances("ZORVA_UsbHc_DiagTest");
+    return instances(classes::test);
 }
 
 Array<CIMInstance> Diagnostics::elements() {
-    return instances("ZORVA_UsbHc");
+    return instances(classes::managedElement);
 }
 
 Array<CIMInstance> Diagnostics::results() {
-    return instances("ZORVA_UsbHc_DiagResult");
+    return instances(classes::result);
 }
 
 Array<CIMInstance> Diagnostics::managedObjects() {
-    Array<CIMInstance> all = instances("QUIRVO_ComputerSystem");
+    Array<CIMInstance> all = instances(classes::computerSystem);
     all.appendArray(elements());
-    all.appendArray(instances("ZORVA_UsbHc_TestSoftware"));
+    all.appendArray(instances(classes::testSoftware));
     return all;
 }
 
 CIMInstance Diagnostics::run(const CIMInstance& test, const CIMInstance& element) {
-    const wire::MethodResult answer = invoke(test, "RunTest", element.getPath());
-    requireSuccess(answer, "RunTest");
+    const wire::MethodResult answer = invoke(test, methods::runTest, element.getPath());
+    requireSuccess(answer, methods::runTest);
     const CIMObjectPath reference = resultReference(answer);
-    CIMInstance result = client_.getInstance(nameSpace(), reference);
-    const std::string filedUnder = textOf(result, "ExecutionID");
-    if (filedUnder != textOf(element, "DeviceID")) {
-        throw Failure("RunTest on " + textOf(element, "DeviceID") +
+    CIMInstance result = client_.getInstance(nameSpace, reference);
+    const std::string filedUnder = textOf(result, properties::executionId);
+    if (filedUnder != textOf(element, properties::deviceId)) {
+        throw Failure("RunTest on " + textOf(element, properties::deviceId) +
                       " led to a result that is filed under \"" + filedUnder + "\"");
     }
     return result;
 }
 
 Uint32 Diagnostics::clear(const CIMInstance& test, const CIMObjectPath& element) {
-    const wire::MethodResult answer = invoke(test, "ClearResults", element);
-    requireSuccess(answer, "ClearResults");
+    const wire::MethodResult answer = invoke(test, methods::clearResults, element);
+    requireSuccess(answer, methods::clearResults);
     Uint32 kept = 0;
     for (Uint32 i = 0; i < answer.outParameters.size(); ++i) {
         const String& name = answer.outParameters[i].getParameterName();
-        kept += String::equalNoCase(name, "ResultsNotCleared") ? 1 : 0;
+        kept += String::equalNoCase(name, parameters::resultsNotCleared) ? 1 : 0;
     }
     return kept;
 }
@@ -140,10 +140,10 @@ Uint32 Diagnostics::clear(const CIMInstance& test, const CIMObjectPath& element)
 wire::MethodResult Diagnostics::invoke(const CIMInstance& test, const char* method,
                                        const CIMObjectPath& element) {
     CIMObjectPath reference = element;
-    reference.setNameSpace(nameSpace());
+    reference.setNameSpace(nameSpace);
     Array<CIMParamValue> parameters;
-    parameters.append(CIMParamValue("SystemElement", CIMValue(reference), true));
-    return client_.invokeMethod(nameSpace(), test.getPath(), CIMName(method), parameters);
+    parameters.append(CIMParamValue(parameters::systemElement, CIMValue(reference), true));
+    return client_.invokeMethod(nameSpace, test.getPath(), CIMName(method), parameters);
 }
 
 }  // namespace usbhcdiag

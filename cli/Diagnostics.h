@@ -13,19 +13,10 @@
 
 namespace usbhcdiag {
 
-/// The values of "TestState" that this program names.
-enum class TestState : std::uint16_t {
-    unknown = 0,
-    passed = 2,
-    failed = 3,
-    inProgress = 4,
-    stopped = 7,
-};
-
 /// What "TestState" says, for people; other values by their number.
 std::string testStateText(std::uint16_t state);
 
-/// What a return code of "RunTest" or "ClearResults" other than 0 says, for people.
+/// What a return code of "RunTest" or "ClearResults" says, for people.
 std::string returnCodeText(std::uint32_t code);
 
 /// Reads and runs the diagnostics of one server. One thread at a time.

@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/library/Bench.h"
+#include "contract/Names.h"
 #include "tests/support/LogFolder.h"
 
 namespace {
@@ -15,7 +16,7 @@ void enumerateResults(benchmark::State& state) {
     std::int64_t results = 0;
     for (auto _ : state) {
         results +=
-            static_cast<std::int64_t>(bench.client().instances("ZORVA_UsbHc_DiagResult").size());
+            static_cast<std::int64_t>(bench.client().instances(contract::classes::result).size());
     }
     state.SetItemsProcessed(results);
 }

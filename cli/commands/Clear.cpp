@@ -8,25 +8,28 @@
 #include "cli/Text.h"
 #include "cli/Values.h"
 #include "cli/commands/Commands.h"
+#include "contract/Names.h"
 #include "wire/cimxml/XmlText.h"
 
 namespace usbhcdiag {
 namespace {
 
 using namespace Pegasus;
+namespace properties = contract::properties;
 
 /// The path of the element that results are filed under. It may be gone since; results are tied to
 /// it by its DeviceID alone, so that a path with that one key does as well.
 CIMObjectPath elementOf(const std::string& deviceId, const Array<CIMInstance>& elements) {
     for (Uint32 i = 0; i < elements.size(); ++i) {
-        if (textOf(elements[i], "DeviceID") == deviceId) {
+        if (textOf(elements[i], properties::deviceId) == deviceId) {
             return elements[i].getPath();
         }
     }
     Array<CIMKeyBinding> keys;
-    keys.append(
-        CIMKeyBinding(CIMName("DeviceID"), wire::fromUtf8(deviceId), CIMKeyBinding::STRING));
-    return CIMObjectPath(String(), CIMNamespaceName(), CIMName("ZORVA_UsbHc"), keys);
+    keys.append(CIMKeyBinding(CIMName(properties::deviceId), wire::fromUtf8(deviceId),
+                              CIMKeyBinding::STRING));
+    return CIMObjectPath(String(), CIMNamespaceName(), CIMName(contract::classes::managedElement),
+                         keys);
 }
 
 }  // namespace
@@ -38,7 +41,7 @@ ExitStatus clearResults(Server& server, const Invocation& invocation) {
     const auto results = chooseResults(diagnostics.results(), invocation.element);
     std::set<std::string> filedUnder;
     for (Uint32 i = 0; i < results.size(); ++i) {
-        filedUnder.insert(textOf(results[i], "ExecutionID"));
+        filedUnder.insert(textOf(results[i], properties::executionId));
     }
     Uint32 kept = 0;
     for (const std::string& deviceId : filedUnder) {

@@ -3,12 +3,13 @@
 #include "cli/Diagnostics.h"
 #include "cli/Listing.h"
 #include "cli/commands/Commands.h"
+#include "contract/Names.h"
 
 namespace usbhcdiag {
 
 ExitStatus listElements(Server& server, const Invocation& invocation) {
     print(Diagnostics(server.client()).elements(),
-          {{"DEVICEID", "DeviceID"}, {"NAME", "ElementName"}}, invocation.json);
+          {{"DEVICEID", contract::properties::deviceId}, {"NAME", "ElementName"}}, invocation.json);
     return exitSuccess;
 }
 

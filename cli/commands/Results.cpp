@@ -5,25 +5,28 @@
 #include "cli/Listing.h"
 #include "cli/Values.h"
 #include "cli/commands/Commands.h"
+#include "contract/Names.h"
 
 namespace usbhcdiag {
 namespace {
 
+namespace properties = contract::properties;
+
 std::string state(const Pegasus::CIMInstance& result) {
-    const Json value = valueOf(result, "TestState");
+    const Json value = valueOf(result, properties::testState);
     return value.is_number() ? testStateText(value.get<std::uint16_t>()) : "";
 }
 
 std::string lineCount(const Pegasus::CIMInstance& result) {
-    return std::to_string(valueOf(result, "TestResults").size());
+    return std::to_string(valueOf(result, properties::testResults).size());
 }
 
 std::string started(const Pegasus::CIMInstance& result) {
-    return dateForPeople(textOf(result, "TestStartTime"));
+    return dateForPeople(textOf(result, properties::testStartTime));
 }
 
 std::string completed(const Pegasus::CIMInstance& result) {
-    return dateForPeople(textOf(result, "TestCompletionTime"));
+    return dateForPeople(textOf(result, properties::testCompletionTime));
 }
 
 }  // namespace
@@ -31,8 +34,8 @@ std::string completed(const Pegasus::CIMInstance& result) {
 ExitStatus listResults(Server& server, const Invocation& invocation) {
     const auto results = chooseResults(Diagnostics(server.client()).results(), invocation.element);
     print(results,
-          {{"TEST", "DiagnosticName"},
-           {"ELEMENT", "ExecutionID"},
+          {{"TEST", properties::diagnosticName},
+           {"ELEMENT", properties::executionId},
            {"STATE", state},
            {"STARTED", started},
            {"COMPLETED", completed},

@@ -13,16 +13,20 @@
 #include "cli/Text.h"
 #include "cli/Values.h"
 #include "cli/commands/Commands.h"
+#include "contract/Names.h"
+#include "contract/TestState.h"
 
 namespace usbhcdiag {
 namespace {
 
 using namespace Pegasus;
+using contract::TestState;
+namespace properties = contract::properties;
 
 CIMInstance runWithProgress(Diagnostics& diagnostics, const CIMInstance& test,
                             const CIMInstance& element) {
     const Progress progress("running " + textOf(test, "Name") + " on " +
-                            textOf(element, "DeviceID"));
+                            textOf(element, properties::deviceId));
     return diagnostics.run(test, element);
 }
 
@@ -52,16 +56,17 @@ ExitStatus runTest(Server& server, const Invocation& invocation) {
     const CIMInstance element = chooseElement(diagnostics.elements(), invocation.element, server);
     const CIMInstance result = runWithProgress(diagnostics, test, element);
 
-    const Json lines = valueOf(result, "TestResults");
+    const Json lines = valueOf(result, properties::testResults);
     if (invocation.json) {
         std::cout << documentOf(jsonOf(result));
     } else {
         printReport(lines);
     }
     std::cout.flush();
-    const Json state = valueOf(result, "TestState");
+    const Json state = valueOf(result, properties::testState);
     if (state != static_cast<std::uint16_t>(TestState::passed)) {
-        throw Failure("the result on " + textOf(element, "DeviceID") + " did not pass: it is " +
+        throw Failure("the result on " + textOf(element, properties::deviceId) +
+                      " did not pass: it is " +
                       (state.is_number() ? testStateText(state.get<std::uint16_t>()) : "unknown"));
     }
     if (lines.empty()) {

@@ -33,11 +33,13 @@
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/Exception.h>
 
+#include "contract/Names.h"
 #include "tests/support/ObjectModelText.h"
 #include "wire/client/CimClient.h"
 
 namespace {
 
+using namespace contract;
 using namespace wire;
 using Clock = std::chrono::steady_clock;
 using Pegasus::Array;
@@ -49,7 +51,6 @@ using Pegasus::CIMParamValue;
 using Pegasus::CIMValue;
 using Pegasus::Uint32;
 
-const Pegasus::CIMNamespaceName nameSpace("root/kavex");
 constexpr int operationsPerConnection = 8;
 
 /// cimhost in a process of its own, with its complaints in a file.
@@ -206,9 +207,10 @@ private:
 
     wire::MethodResult invoke(wire::CimClient& client, const char* method, bool withSetting) {
         Array<CIMParamValue> parameters;
-        parameters.append(CIMParamValue("SystemElement", CIMValue(someElement()), true));
+        parameters.append(CIMParamValue(parameters::systemElement, CIMValue(someElement()), true));
         if (withSetting) {
-            parameters.append(CIMParamValue("Setting", CIMValue(inventory_.setting), true));
+            parameters.append(
+                CIMParamValue(parameters::setting, CIMValue(inventory_.setting), true));
         }
         return client.invokeMethod(nameSpace, inventory_.test, method, parameters);
     }
@@ -221,23 +223,23 @@ private:
     }
 
     void runTest(wire::CimClient& client) {
-        const wire::MethodResult result = invoke(client, "RunTest", random_() % 2 == 0);
-        expectZero("RunTest", result);
+        const wire::MethodResult result = invoke(client, methods::runTest, random_() % 2 == 0);
+        expectZero(methods::runTest, result);
         if (result.outParameters.size() != 1) {
             tally_.fail("RunTest without a reference to its result");
         }
     }
 
     void clearResults(wire::CimClient& client) {
-        expectZero("ClearResults", invoke(client, "ClearResults", false));
+        expectZero(methods::clearResults, invoke(client, methods::clearResults, false));
     }
 
     void discontinueTest(wire::CimClient& client) {
-        const wire::MethodResult result = invoke(client, "DiscontinueTest", false);
+        const wire::MethodResult result = invoke(client, methods::discontinueTest, false);
         if (result.returnValue.has_value() || result.outParameters.size() != 1) {
             tally_.fail("DiscontinueTest did not answer TestingStopped alone");
         }
-        tally_.count("DiscontinueTest");
+        tally_.count(methods::discontinueTest);
     }
 
     void listResults(wire::CimClient& client) {
@@ -250,8 +252,8 @@ private:
                             " properties");
                 return;
             }
-            const std::string pair = text(valueOf(result, "DiagnosticName")) + " " +
-                                     text(valueOf(result, "ExecutionID"));
+            const std::string pair = text(valueOf(result, properties::diagnosticName)) + " " +
+                                     text(valueOf(result, properties::executionId));
             if (!pairs.insert(pair).second) {
                 tally_.fail("two results for a pair");
             }
@@ -260,7 +262,7 @@ private:
     }
 
     void fetchResult(wire::CimClient& client) {
-        const auto names = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc_DiagResult");
+        const auto names = client.enumerateInstanceNames(nameSpace, classes::result);
         tally_.count("EnumerateInstanceNames");
         if (names.size() == 0) {
             return;
@@ -280,7 +282,7 @@ private:
         const auto found = client.associatorNames(nameSpace, someElement());
         bool hasTest = false;
         for (Uint32 i = 0; i < found.size(); ++i) {
-            hasTest = hasTest || found[i].getClassName().equal(CIMName("ZORVA_UsbHc_DiagTest"));
+            hasTest = hasTest || found[i].getClassName().equal(CIMName(classes::test));
         }
         if (!hasTest) {
             tally_.fail("an element without test");
@@ -297,9 +299,9 @@ private:
 Inventory takeInventory(const wire::ServerUrl& url) {
     wire::CimClient client(url);
     Inventory inventory;
-    inventory.test = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc_DiagTest")[0];
-    inventory.setting = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc_DiagSetting")[0];
-    const auto elements = client.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc");
+    inventory.test = client.enumerateInstanceNames(nameSpace, classes::test)[0];
+    inventory.setting = client.enumerateInstanceNames(nameSpace, classes::setting)[0];
+    const auto elements = client.enumerateInstanceNames(nameSpace, classes::managedElement);
     for (Uint32 i = 0; i < elements.size(); ++i) {
         inventory.elements.push_back(elements[i]);
     }
@@ -310,7 +312,8 @@ Inventory takeInventory(const wire::ServerUrl& url) {
 bool check(const HostProcess& host, const Tally& tally, long memoryBefore) {
     bool good = tally.report();
     for (const char* const what :
-         {"RunTest", "ClearResults", "DiscontinueTest", "EnumerateInstances", "AssociatorNames"}) {
+         {methods::runTest, methods::clearResults, methods::discontinueTest, "EnumerateInstances",
+          "AssociatorNames"}) {
         if (!tally.did(what)) {
             std::cout << "WRONG: never did " << what << '\n';
             good = false;

@@ -6,6 +6,7 @@
 #include <Pegasus/Common/CIMProperty.h>
 #include <gtest/gtest.h>
 
+#include "contract/Names.h"
 #include "servers/cimhost/loading/ServedClasses.h"
 #include "servers/cimhost/program/Host.h"
 #include "tests/support/ObjectModelText.h"
@@ -21,18 +22,20 @@ using Pegasus::CIMParamValue;
 using Pegasus::CIMValue;
 using Pegasus::Uint32;
 
-const Pegasus::CIMNamespaceName nameSpace(providerNamespace);
+const Pegasus::CIMNamespaceName nameSpace(contract::nameSpace);
 
 /// A host with the real library and one result, so that every class has an instance.
 class DeliveredPropertiesTest : public testing::TestWithParam<ServedClass> {
 protected:
     void SetUp() override {
-        const auto tests = operations_.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc_DiagTest");
-        const auto elements = operations_.enumerateInstanceNames(nameSpace, "ZORVA_UsbHc");
+        const auto tests = operations_.enumerateInstanceNames(nameSpace, contract::classes::test);
+        const auto elements =
+            operations_.enumerateInstanceNames(nameSpace, contract::classes::managedElement);
         Array<CIMParamValue> parameters;
-        parameters.append(CIMParamValue("SystemElement", CIMValue(elements[0]), true));
+        parameters.append(
+            CIMParamValue(contract::parameters::systemElement, CIMValue(elements[0]), true));
         const wire::MethodResult result =
-            operations_.invokeMethod(nameSpace, tests[0], "RunTest", parameters);
+            operations_.invokeMethod(nameSpace, tests[0], contract::methods::runTest, parameters);
         ASSERT_EQ(result.returnValue, CIMValue(Uint32(0)));
     }
 

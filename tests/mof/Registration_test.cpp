@@ -7,6 +7,7 @@
 #include <Pegasus/Common/CIMProperty.h>
 #include <gtest/gtest.h>
 
+#include "contract/Names.h"
 #include "servers/cimhost/loading/ServedClasses.h"
 #include "servers/cimhost/mof/MofReader.h"
 #include "tests/support/ObjectModelText.h"
@@ -75,9 +76,10 @@ TEST_F(RegistrationTest, TheProviderHasTheNameThatTheLibraryKnows) {
     const auto providers = instances("PG_Provider");
     ASSERT_EQ(modules.size(), 1U);
     ASSERT_EQ(providers.size(), 1U);
-    EXPECT_EQ(getText(providers[0], "Name"), providerName);
-    EXPECT_EQ(getText(providers[0], "ProviderModuleName"), getText(modules[0], "Name"));
-    EXPECT_EQ("lib" + getText(modules[0], "Location") + ".so", "libZORVA_UsbHc_DiagProvider.so");
+    EXPECT_EQ(getText(providers[0], "Name"), contract::provider);
+    EXPECT_EQ(getText(providers[0], "ProviderModuleName"), contract::providerModule);
+    EXPECT_EQ(getText(modules[0], "Name"), contract::providerModule);
+    EXPECT_EQ("lib" + getText(modules[0], "Location") + ".so", ZORVA_OWN_LIBRARY_NAME);
 }
 
 TEST_F(RegistrationTest, ExactlyTheServedClassesAreRegistered) {
@@ -85,8 +87,8 @@ TEST_F(RegistrationTest, ExactlyTheServedClassesAreRegistered) {
     for (const ServedClass& served : servedClasses) {
         expected[served.name] = {2, 3};
     }
-    expected["ZORVA_UsbHc_DiagTest"] = {2, 5};
-    expected["ZORVA_UsbHc_DiagResult"] = {2};
+    expected[contract::classes::test] = {2, 5};
+    expected[contract::classes::result] = {2};
 
     std::map<std::string, std::vector<Uint16>> registered;
     for (const CIMInstance& capability : instances("PG_ProviderCapabilities")) {
@@ -97,8 +99,9 @@ TEST_F(RegistrationTest, ExactlyTheServedClassesAreRegistered) {
         }
         const auto nameSpaces = get<Array<String>>(capability, "Namespaces");
         ASSERT_EQ(nameSpaces.size(), 1U);
-        EXPECT_EQ(text(nameSpaces[0]), providerNamespace);
-        EXPECT_EQ(getText(capability, "ProviderName"), providerName);
+        EXPECT_EQ(text(nameSpaces[0]), contract::nameSpace);
+        EXPECT_EQ(getText(capability, "ProviderName"), contract::provider);
+        EXPECT_EQ(getText(capability, "ProviderModuleName"), contract::providerModule);
     }
     EXPECT_EQ(registered, expected);
 }

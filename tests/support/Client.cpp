@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/Client.h"
 
+#include "contract/Names.h"
+
 using namespace Pegasus;
 
 namespace {
 
 CIMObjectPath classPath(const std::string& className) {
-    return CIMObjectPath(String(), CIMNamespaceName("root/kavex"), CIMName(className.c_str()));
+    return CIMObjectPath(String(), CIMNamespaceName(contract::nameSpace),
+                         CIMName(className.c_str()));
 }
 
 CIMInstanceProvider& instancesOf(CIMBaseProvider& provider) {
@@ -64,7 +67,7 @@ CIMInstance Client::get(const CIMObjectPath& path) {
 
 std::string Client::invoke(const std::string& method, const Array<CIMParamValue>& parameters,
                            const std::string& testName) {
-    CIMObjectPath path = classPath("ZORVA_UsbHc_DiagTest");
+    CIMObjectPath path = classPath(contract::classes::test);
     Array<CIMKeyBinding> keys;
     keys.append(CIMKeyBinding(CIMName("Name"), String(testName.c_str()), CIMKeyBinding::STRING));
     path.setKeyBindings(keys);
@@ -92,8 +95,8 @@ void Client::create() {
     RecordingHandler<CIMObjectPath> handler;
     send(handler.calls, [&] {
         instancesOf(*provider_)
-            .createInstance(OperationContext(), classPath("ZORVA_UsbHc_DiagResult"),
-                            CIMInstance(CIMName("ZORVA_UsbHc_DiagResult")), handler);
+            .createInstance(OperationContext(), classPath(contract::classes::result),
+                            CIMInstance(CIMName(contract::classes::result)), handler);
     });
 }
 
@@ -101,8 +104,8 @@ void Client::modify() {
     RecordingHandler<void> handler;
     send(handler.calls, [&] {
         instancesOf(*provider_)
-            .modifyInstance(OperationContext(), classPath("ZORVA_UsbHc_DiagResult"),
-                            CIMInstance(CIMName("ZORVA_UsbHc_DiagResult")), 0, CIMPropertyList(),
+            .modifyInstance(OperationContext(), classPath(contract::classes::result),
+                            CIMInstance(CIMName(contract::classes::result)), 0, CIMPropertyList(),
                             handler);
     });
 }
@@ -111,6 +114,6 @@ void Client::remove() {
     RecordingHandler<void> handler;
     send(handler.calls, [&] {
         instancesOf(*provider_)
-            .deleteInstance(OperationContext(), classPath("ZORVA_UsbHc_DiagResult"), handler);
+            .deleteInstance(OperationContext(), classPath(contract::classes::result), handler);
     });
 }

@@ -9,6 +9,8 @@
 
 #include <Pegasus/Provider/CIMBaseProvider.h>
 
+#include "contract/Names.h"
+
 /// The library at the path, loaded as OpenPegasus does (its symbols global), unloaded with the
 /// object. Provider objects, and exceptions that they threw, must be gone by then.
 class LoadedLibrary {
@@ -26,7 +28,7 @@ public:
     LoadedLibrary(const LoadedLibrary&) = delete;
     LoadedLibrary& operator=(const LoadedLibrary&) = delete;
 
-    Pegasus::CIMProvider* create(const char* name = "ZORVA_UsbHc_DiagProvider") const {
+    Pegasus::CIMProvider* create(const char* name = contract::provider) const {
         return create_(name);
     }
 

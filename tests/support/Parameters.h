@@ -6,13 +6,16 @@
 
 #include <Pegasus/Common/CIMParamValue.h>
 
+#include "contract/Names.h"
+
 /// The path of the managed element of that device ID, as a client sends it.
 inline Pegasus::CIMObjectPath elementPath(const std::string& deviceId) {
     using namespace Pegasus;
     Array<CIMKeyBinding> keys;
-    keys.append(
-        CIMKeyBinding(CIMName("DeviceID"), String(deviceId.c_str()), CIMKeyBinding::STRING));
-    return CIMObjectPath(String(), CIMNamespaceName("root/kavex"), CIMName("ZORVA_UsbHc"), keys);
+    keys.append(CIMKeyBinding(CIMName(contract::properties::deviceId), String(deviceId.c_str()),
+                              CIMKeyBinding::STRING));
+    return CIMObjectPath(String(), CIMNamespaceName(contract::nameSpace),
+                         CIMName(contract::classes::managedElement), keys);
 }
 
 /// One parameter.
@@ -25,5 +28,5 @@ inline Pegasus::Array<Pegasus::CIMParamValue> parameter(const char* name,
 
 /// "SystemElement" alone: the managed element of that device ID.
 inline Pegasus::Array<Pegasus::CIMParamValue> elementParameter(const std::string& deviceId) {
-    return parameter("SystemElement", Pegasus::CIMValue(elementPath(deviceId)));
+    return parameter(contract::parameters::systemElement, Pegasus::CIMValue(elementPath(deviceId)));
 }

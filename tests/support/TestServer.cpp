@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/TestServer.h"
 
+#include "contract/Names.h"
 #include "tests/support/ObjectModelText.h"
 
 using namespace Pegasus;
@@ -22,24 +23,25 @@ void TestServer::add(const char* className, const char* key, const char* value) 
     instance.addProperty(CIMProperty(CIMName(key), CIMValue(String(value))));
     Array<CIMKeyBinding> keys;
     keys.append(CIMKeyBinding(CIMName(key), String(value), CIMKeyBinding::STRING));
-    add(CIMObjectPath(String(), CIMNamespaceName("root/kavex"), CIMName(className), keys),
+    add(CIMObjectPath(String(), CIMNamespaceName(contract::nameSpace), CIMName(className), keys),
         instance);
 }
 
 void TestServer::addHost() {
-    const CIMName className("QUIRVO_ComputerSystem");
+    const CIMName className(contract::classes::computerSystem);
     CIMInstance system(className);
     system.addProperty(CIMProperty(CIMName("Name"), CIMValue(String("host1"))));
     system.addProperty(CIMProperty(CIMName("CreationClassName"), CIMValue(className.getString())));
     system.addProperty(CIMProperty(CIMName("Roles"), CIMValue(String("desk"))));
     Array<CIMKeyBinding> keys;
     keys.append(CIMKeyBinding(CIMName("Name"), String("host1"), CIMKeyBinding::STRING));
-    add(CIMObjectPath(String("server"), CIMNamespaceName("root/kavex"), className, keys), system);
-    add("ZORVA_UsbHc_TestSoftware", "Name", "usbhc-diagnostics");
+    add(CIMObjectPath(String("server"), CIMNamespaceName(contract::nameSpace), className, keys),
+        system);
+    add(contract::classes::testSoftware, "Name", "usbhc-diagnostics");
 }
 
 void TestServer::addElement(const char* deviceId) {
-    add("ZORVA_UsbHc", "DeviceID", deviceId);
+    add(contract::classes::managedElement, contract::properties::deviceId, deviceId);
 }
 
 void TestServer::record(const Call& call, const CIMNamespaceName& nameSpace) {
@@ -47,7 +49,7 @@ void TestServer::record(const Call& call, const CIMNamespaceName& nameSpace) {
     if (beforeCall) {
         beforeCall(calls_.size());
     }
-    if (nameSpace.isNull() || !(nameSpace == CIMNamespaceName("root/kavex"))) {
+    if (nameSpace.isNull() || !(nameSpace == CIMNamespaceName(contract::nameSpace))) {
         throw CIMException(CIM_ERR_INVALID_NAMESPACE, nameSpace.getString());
     }
 }

@@ -2,13 +2,10 @@
 // What the provider library serves: the host's counterpart of a registration.
 #pragma once
 
+#include "contract/Names.h"
 #include "servers/cimhost/operations/ProviderRoutes.h"
 
 namespace cimhost {
-
-/// The name by which the library's factory knows its provider, and the namespace of its classes.
-constexpr const char* providerName = "ZORVA_UsbHc_DiagProvider";
-constexpr const char* providerNamespace = "root/kavex";
 
 struct ServedClass {
     const char* name;
@@ -17,12 +14,12 @@ struct ServedClass {
 
 /// Every class that the library serves, and no other.
 constexpr ServedClass servedClasses[] = {
-    {"ZORVA_UsbHc_DiagTest", ProviderRoutes::Methods::Served},
-    {"ZORVA_UsbHc_DiagResult", ProviderRoutes::Methods::None},
-    {"ZORVA_UsbHc_DiagResultForMSE", ProviderRoutes::Methods::None},
-    {"ZORVA_UsbHc_DiagResultForTest", ProviderRoutes::Methods::None},
-    {"ZORVA_UsbHc_DiagTestForMSE", ProviderRoutes::Methods::None},
-    {"ZORVA_UsbHc_DiagTestSoftwareAssoc", ProviderRoutes::Methods::None},
+    {contract::classes::test, ProviderRoutes::Methods::Served},
+    {contract::classes::result, ProviderRoutes::Methods::None},
+    {contract::classes::resultForMSE, ProviderRoutes::Methods::None},
+    {contract::classes::resultForTest, ProviderRoutes::Methods::None},
+    {contract::classes::testForMSE, ProviderRoutes::Methods::None},
+    {contract::classes::testSoftwareAssoc, ProviderRoutes::Methods::None},
 };
 
 }  // namespace cimhost

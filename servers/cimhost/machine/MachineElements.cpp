@@ -9,6 +9,7 @@
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/CIMValue.h>
 
+#include "contract/Names.h"
 #include "pegasus/model/HostName.h"
 
 namespace cimhost {
@@ -20,10 +21,7 @@ using Pegasus::CIMName;
 using Pegasus::CIMProperty;
 using Pegasus::CIMValue;
 using Pegasus::String;
-
-constexpr const char* systemClass = "QUIRVO_ComputerSystem";
-constexpr const char* controllerClass = "ZORVA_UsbHc";
-constexpr const char* softwareClass = "ZORVA_UsbHc_TestSoftware";
+namespace classes = contract::classes;
 
 // SoftwareElementState and TargetOperatingSystem of the common model.
 constexpr Pegasus::Uint16 stateRunning = 3;
@@ -34,29 +32,29 @@ void addText(CIMInstance& instance, const char* name, const std::string& text) {
 }
 
 CIMInstance computerSystem(const std::string& hostName) {
-    CIMInstance system{CIMName(systemClass)};
-    addText(system, "CreationClassName", systemClass);
+    CIMInstance system{CIMName(classes::computerSystem)};
+    addText(system, "CreationClassName", classes::computerSystem);
     addText(system, "Name", hostName);
     addText(system, "Caption", "Computer system");
     return system;
 }
 
 CIMInstance hostController(const std::string& hostName, const std::string& deviceId) {
-    CIMInstance controller{CIMName(controllerClass)};
-    addText(controller, "SystemCreationClassName", systemClass);
+    CIMInstance controller{CIMName(classes::managedElement)};
+    addText(controller, "SystemCreationClassName", classes::computerSystem);
     addText(controller, "SystemName", hostName);
-    addText(controller, "CreationClassName", controllerClass);
-    addText(controller, "DeviceID", deviceId);
+    addText(controller, "CreationClassName", classes::managedElement);
+    addText(controller, contract::properties::deviceId, deviceId);
     addText(controller, "Caption", "USB host controller");
     addText(controller, "ElementName", "USB host controller " + deviceId);
     return controller;
 }
 
 CIMInstance testSoftware() {
-    CIMInstance software{CIMName(softwareClass)};
+    CIMInstance software{CIMName(classes::testSoftware)};
     addText(software, "Name", "ZORVA USB diagnostics");
     addText(software, "Version", ZORVA_VERSION);
-    addText(software, "SoftwareElementID", "libZORVA_UsbHc_DiagProvider");
+    addText(software, "SoftwareElementID", std::string("lib") + contract::provider);
     software.addProperty(CIMProperty(CIMName("SoftwareElementState"), CIMValue(stateRunning)));
     software.addProperty(CIMProperty(CIMName("TargetOperatingSystem"), CIMValue(systemLinux)));
     addText(software, "Caption", "Provider of USB diagnostics");
@@ -74,7 +72,8 @@ std::vector<std::string> addMachineElements(const Schema& schema, Repository& re
         elements.push_back(hostController(hostName, deviceId));
     }
     std::vector<std::string> missing;
-    for (const char* const name : {systemClass, controllerClass, softwareClass}) {
+    for (const char* const name :
+         {classes::computerSystem, classes::managedElement, classes::testSoftware}) {
         if (schema.findClass(nameSpace, CIMName(name)) == nullptr) {
             missing.emplace_back(name);
         }

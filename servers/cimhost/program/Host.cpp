@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/program/Host.h"
 
+#include "contract/Names.h"
 #include "servers/cimhost/loading/ServedClasses.h"
 #include "servers/cimhost/machine/MachineElements.h"
 #include "servers/cimhost/mof/MofReader.h"
@@ -11,7 +12,7 @@ namespace cimhost {
 Host::Host(const HostSettings& settings)
     : repository_(schema_),
       dispatcher_(schema_, repository_, routes_, Pegasus::String(settings.hostName.c_str())) {
-    const Pegasus::CIMNamespaceName nameSpace(providerNamespace);
+    const Pegasus::CIMNamespaceName nameSpace(contract::nameSpace);
     MofReader reader(schema_, repository_);
     for (const std::string& file : settings.mofFiles) {
         reader.readFile(file, nameSpace);
@@ -19,9 +20,9 @@ Host::Host(const HostSettings& settings)
     missingClasses_ =
         addMachineElements(schema_, repository_, nameSpace, settings.hostName, settings.deviceIds);
     library_ = std::make_unique<ProviderLibrary>(settings.providerLibrary);
-    provider_ =
-        std::make_unique<serving::ServedProvider>(library_->createProvider(providerName), locks_,
-                                                  std::make_shared<HostConnection>(dispatcher_));
+    provider_ = std::make_unique<serving::ServedProvider>(
+        library_->createProvider(contract::provider), locks_,
+        std::make_shared<HostConnection>(dispatcher_));
     for (const ServedClass& served : servedClasses) {
         routes_.add(nameSpace, Pegasus::CIMName(served.name), served.methods, *provider_);
     }

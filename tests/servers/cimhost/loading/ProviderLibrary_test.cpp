@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "servers/cimhost/loading/ServedClasses.h"
+#include "contract/Names.h"
 
 namespace cimhost {
 namespace {
@@ -49,7 +49,7 @@ TEST(ProviderLibraryTest, ALibraryThatReturnsNullIsNamed) {
 
 TEST(ProviderLibraryTest, TheProjectsOwnLibraryHasItsProvider) {
     const ProviderLibrary library(ZORVA_OWN_LIBRARY);
-    EXPECT_NE(library.createProvider(providerName), nullptr);
+    EXPECT_NE(library.createProvider(contract::provider), nullptr);
     EXPECT_NE(error([&] { library.createProvider("Some_Provider"); }), "no error");
 }
 

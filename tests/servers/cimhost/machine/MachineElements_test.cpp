@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "contract/Names.h"
 #include "servers/cimhost/mof/MofReader.h"
 
 namespace cimhost {
@@ -12,7 +13,7 @@ namespace {
 using Pegasus::CIMName;
 using Pegasus::String;
 
-const Pegasus::CIMNamespaceName nameSpace("root/kavex");
+const Pegasus::CIMNamespaceName nameSpace(contract::nameSpace);
 
 TEST(MachineElementsTest, EveryElementHasItsKeys) {
     Schema schema;
@@ -23,19 +24,20 @@ TEST(MachineElementsTest, EveryElementHasItsKeys) {
         addMachineElements(schema, repository, nameSpace, "box", {"0000:00:14.0", "usb2"}).empty());
 
     const auto systems =
-        repository.enumerateInstanceNames(nameSpace, CIMName("QUIRVO_ComputerSystem"));
+        repository.enumerateInstanceNames(nameSpace, CIMName(contract::classes::computerSystem));
     ASSERT_EQ(systems.size(), 1U);
     EXPECT_EQ(systems[0].toString(),
               String("QUIRVO_ComputerSystem.CreationClassName=\"QUIRVO_ComputerSystem\","
                      "Name=\"box\""));
-    const auto controllers = repository.enumerateInstanceNames(nameSpace, CIMName("ZORVA_UsbHc"));
+    const auto controllers =
+        repository.enumerateInstanceNames(nameSpace, CIMName(contract::classes::managedElement));
     ASSERT_EQ(controllers.size(), 2U);
     EXPECT_EQ(controllers[0].toString(),
               String("ZORVA_UsbHc.CreationClassName=\"ZORVA_UsbHc\",DeviceID=\"0000:00:14.0\","
                      "SystemCreationClassName=\"QUIRVO_ComputerSystem\",SystemName=\"box\""));
-    EXPECT_EQ(
-        repository.enumerateInstanceNames(nameSpace, CIMName("ZORVA_UsbHc_TestSoftware")).size(),
-        1U);
+    EXPECT_EQ(repository.enumerateInstanceNames(nameSpace, CIMName(contract::classes::testSoftware))
+                  .size(),
+              1U);
 }
 
 TEST(MachineElementsTest, ClassesThatAreNotThereAreNamed) {
