@@ -10,7 +10,8 @@ namespace serving {
 /// has begun goes on by itself; the code of the library must stay in memory for it.
 class ProviderBusy : public Pegasus::CIMException {
 public:
-    explicit ProviderBusy(const char* message)
+    explicit ProviderBusy(
+        const char* message = "the provider is still at work on an earlier request")
         : CIMException(Pegasus::CIM_ERR_FAILED, Pegasus::String(message)) {}
 };
 

@@ -2,7 +2,7 @@
 // The two locks by which whoever serves the provider library keeps requests apart.
 #pragma once
 
-#include <mutex>
+#include "servers/serving/TimedMutex.h"
 
 namespace serving {
 
@@ -14,10 +14,11 @@ namespace serving {
 /// 3. While a request is inside a call back into the server it gives `table` back: such a call may
 ///    lead to the library again, on this thread or another. These calls only read, so they need
 ///    `table` but never `method`, and cannot wait for the request that caused them.
-/// 4. Nobody waits for ever for a request that does not leave the library; see ServedProvider.
+/// 4. Nobody waits for ever for a request that does not leave the library, neither to enter it nor to
+///    take `table` again after a call back; see ServedProvider.
 struct ProviderLocks {
-    std::timed_mutex method;
-    std::timed_mutex table;
+    TimedMutex method;
+    TimedMutex table;
 };
 
 }  // namespace serving

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "servers/serving/RequestScope.h"
 
+#include <algorithm>
+
 #include "servers/serving/ProviderBusy.h"
 
 namespace serving {
@@ -12,39 +14,46 @@ thread_local RequestScope* currentScope = nullptr;
 
 }  // namespace
 
-std::unique_lock<std::timed_mutex> lockWithin(std::timed_mutex& mutex,
-                                              std::chrono::milliseconds limit) {
-    // By the system's clock: ThreadSanitizer does not see locks that are taken by the steady one.
-    std::unique_lock<std::timed_mutex> lock(mutex, std::chrono::system_clock::now() + limit);
-    if (!lock.owns_lock()) {
-        throw ProviderBusy("the provider is still at work on an earlier request");
+RequestScope::RequestScope(ProviderLocks& locks, const Pegasus::OperationContext& context, Time end,
+                           std::optional<std::chrono::milliseconds> timePerCall)
+    : table_(locks.table),
+      context_(context),
+      outer_(currentScope),
+      end_(end),
+      timePerCall_(timePerCall) {
+    if (outer_ != nullptr) {
+        end_ = std::min(end_, outer_->end_);
     }
-    return lock;
-}
-
-RequestScope::RequestScope(ProviderLocks& locks, const Pegasus::OperationContext& context,
-                           std::chrono::milliseconds limit)
-    : tableLock_(lockWithin(locks.table, limit)), context_(context), outer_(currentScope) {
+    holdsTable_ = table_.lockUntil(end_);
+    if (!holdsTable_) {
+        throw ProviderBusy();
+    }
     currentScope = this;
 }
 
 RequestScope::~RequestScope() {
     currentScope = outer_;
+    if (holdsTable_) {
+        table_.unlock();
+    }
 }
 
 RequestScope* RequestScope::current() {
     return currentScope;
 }
 
-ServerCallScope::ServerCallScope() : request_(currentScope) {
-    if (request_ != nullptr) {
-        request_->tableLock_.unlock();
+void RequestScope::giveTableBack() {
+    if (timePerCall_) {
+        end_ = std::chrono::steady_clock::now() + *timePerCall_;
     }
+    holdsTable_ = false;
+    table_.unlock();
 }
 
-ServerCallScope::~ServerCallScope() {
-    if (request_ != nullptr) {
-        request_->tableLock_.lock();
+void RequestScope::takeTableAgain() {
+    holdsTable_ = table_.lockUntil(end_);
+    if (!holdsTable_) {
+        throw RequestAbandoned();
     }
 }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <chrono>
-#include <mutex>
+#include <optional>
 
 #include <Pegasus/Common/OperationContext.h>
 
@@ -11,18 +11,27 @@
 
 namespace serving {
 
-/// Locks a mutex of ProviderLocks. Throws ProviderBusy where `limit` passes before it is free.
-std::unique_lock<std::timed_mutex> lockWithin(std::timed_mutex& mutex,
-                                              std::chrono::milliseconds limit);
-
-/// A request's stay inside the library: holds the table lock from construction to destruction.
+/// Thrown through the library when a request that has called back into the server does not get the
+/// table lock again in time.
 ///
-/// Scopes of one thread nest, since a call back into the server may lead to the library again.
+/// No exception of the object model on purpose: the library takes those of a call back for its
+/// answer and would go on, without the lock. This one it does not catch.
+class RequestAbandoned {};
+
+/// A request's stay inside the library: holds the table lock from construction to destruction,
+/// except during callServer(). Belongs to the thread that made it.
+///
+/// Scopes of one thread nest, since a call back into the server may lead to the library again. A
+/// nested one has no more time than the one around it.
 class RequestScope {
 public:
-    /// Waits up to `limit` until the library is free, then throws ProviderBusy.
-    RequestScope(ProviderLocks& locks, const Pegasus::OperationContext& context,
-                 std::chrono::milliseconds limit);
+    using Time = std::chrono::steady_clock::time_point;
+
+    /// Waits until `end` for the library to be free, then throws ProviderBusy. `end` holds for the
+    /// whole request; with `timePerCall`, for requests that go on after their client has given up,
+    /// each call back has that much time of its own.
+    RequestScope(ProviderLocks& locks, const Pegasus::OperationContext& context, Time end,
+                 std::optional<std::chrono::milliseconds> timePerCall = std::nullopt);
     RequestScope(const RequestScope&) = delete;
     RequestScope& operator=(const RequestScope&) = delete;
     ~RequestScope();
@@ -33,24 +42,41 @@ public:
     static RequestScope* current();
 
 private:
-    friend class ServerCallScope;
+    template <class Call>
+    friend auto callServer(Call call);
 
-    std::unique_lock<std::timed_mutex> tableLock_;
+    void giveTableBack();
+    /// Throws RequestAbandoned if the table is not free again in time.
+    void takeTableAgain();
+
+    TimedMutex& table_;
+    bool holdsTable_ = false;
     const Pegasus::OperationContext& context_;
     RequestScope* outer_;
+    Time end_;
+    const std::optional<std::chrono::milliseconds> timePerCall_;
 };
 
-/// A stay of the current request outside the library, in the server: the table lock is given back
-/// from construction to destruction. Does nothing on a thread that is in no request.
-class ServerCallScope {
-public:
-    ServerCallScope();
-    ServerCallScope(const ServerCallScope&) = delete;
-    ServerCallScope& operator=(const ServerCallScope&) = delete;
-    ~ServerCallScope();
-
-private:
-    RequestScope* request_;
-};
+/// Calls into the server out of the library: the current request of this thread, if there is one,
+/// gives the table lock back meanwhile. Returns what the call returns and throws what it throws, or
+/// RequestAbandoned.
+template <class Call>
+auto callServer(Call call) {
+    RequestScope* request = RequestScope::current();
+    if (request == nullptr) {
+        return call();
+    }
+    request->giveTableBack();
+    auto answer = [&] {
+        try {
+            return call();
+        } catch (...) {
+            request->takeTableAgain();
+            throw;
+        }
+    }();
+    request->takeTableAgain();
+    return answer;
+}
 
 }  // namespace serving

@@ -46,12 +46,31 @@ Object onlyObjectOf(const CollectingHandler<Object>& handler) {
     return delivered[0];
 }
 
+/// Keeps methods apart, from construction to destruction.
+class MethodLock {
+public:
+    /// Throws ProviderBusy if another method is still at work at `end`.
+    MethodLock(TimedMutex& mutex, std::chrono::steady_clock::time_point end) : mutex_(mutex) {
+        if (!mutex_.lockUntil(end)) {
+            throw ProviderBusy();
+        }
+    }
+    MethodLock(const MethodLock&) = delete;
+    MethodLock& operator=(const MethodLock&) = delete;
+    ~MethodLock() { mutex_.unlock(); }
+
+private:
+    TimedMutex& mutex_;
+};
+
 }  // namespace
 
-/// One request inside this object: counted, so that terminate() can wait for it.
+/// One request inside this object: counted, so that terminate() can wait for it, and with an end to
+/// its patience.
 class ServedProvider::Request {
 public:
-    explicit Request(ServedProvider& served) : served_(served) {
+    explicit Request(ServedProvider& served)
+        : end(std::chrono::steady_clock::now() + served.answerLimit_), served_(served) {
         const std::lock_guard<std::mutex> lock(served_.stateMutex_);
         if (served_.terminated_) {
             throw CIMException(CIM_ERR_FAILED, "the provider has been terminated");
@@ -67,6 +86,9 @@ public:
         served_.requestLeft_.notify_all();
     }
 
+    /// When the client is not kept waiting any longer.
+    const std::chrono::steady_clock::time_point end;
+
 private:
     ServedProvider& served_;
 };
@@ -77,45 +99,57 @@ ServedProvider::ServedProvider(std::unique_ptr<CIMBaseProvider> provider, Provid
     : provider_(std::move(provider)), locks_(locks), answerLimit_(answerLimit) {
     CIMOMHandle handle(std::make_shared<UnlockingConnection>(std::move(server)));
     const OperationContext context;
-    const RequestScope inside(locks_, context, answerLimit_);
+    const RequestScope inside(locks_, context, std::chrono::steady_clock::now() + answerLimit_);
     provider_->initialize(handle);
 }
 
 ServedProvider::~ServedProvider() = default;
 
+/// Runs `work` inside the library for the request. One that had to be abandoned there is refused.
+template <class Work>
+void ServedProvider::enter(const Request& request, const OperationContext& context, Work work) {
+    try {
+        const RequestScope scope(locks_, context, request.end);
+        work();
+    } catch (const RequestAbandoned&) {
+        throw ProviderBusy();
+    }
+}
+
 CIMInstance ServedProvider::getInstance(const OperationContext& context,
                                         const CIMObjectPath& path) {
     const Request request(*this);
     try {
-        return getInstanceAsSpelt(context, path);
+        return getInstanceAsSpelt(request, context, path);
     } catch (const CIMException& refusal) {
         if (refusal.getCode() != CIM_ERR_NOT_FOUND || !hasPathKey(path)) {
             throw;
         }
-        const CIMObjectPath stored = storedSpelling(context, path);
+        const CIMObjectPath stored = storedSpelling(request, context, path);
         if (stored.getClassName().isNull()) {
             throw;
         }
-        return getInstanceAsSpelt(context, stored);
+        return getInstanceAsSpelt(request, context, stored);
     }
 }
 
-CIMInstance ServedProvider::getInstanceAsSpelt(const OperationContext& context,
+CIMInstance ServedProvider::getInstanceAsSpelt(const Request& request,
+                                               const OperationContext& context,
                                                const CIMObjectPath& path) {
     CollectingHandler<CIMInstance> handler;
-    {
-        const RequestScope inside(locks_, context, answerLimit_);
+    enter(request, context, [&] {
         side<CIMInstanceProvider>(*provider_)
             .getInstance(context, path, noFlags, CIMPropertyList(), handler);
-    }
+    });
     return onlyObjectOf(handler);
 }
 
 /// The path of the same instance as the library spells it, or a null path where it has none.
-CIMObjectPath ServedProvider::storedSpelling(const OperationContext& context,
+CIMObjectPath ServedProvider::storedSpelling(const Request& request,
+                                             const OperationContext& context,
                                              const CIMObjectPath& path) {
     const CIMObjectPath wanted = canonicalPath(path);
-    const Array<CIMObjectPath> names = enumerateInstanceNames(context, path);
+    const Array<CIMObjectPath> names = instanceNames(request, context, path);
     for (Uint32 i = 0; i < names.size(); i++) {
         if (canonicalPath(names[i]) == wanted) {
             return names[i];
@@ -128,22 +162,25 @@ Array<CIMInstance> ServedProvider::enumerateInstances(const OperationContext& co
                                                       const CIMObjectPath& classPath) {
     const Request request(*this);
     CollectingHandler<CIMInstance> handler;
-    {
-        const RequestScope inside(locks_, context, answerLimit_);
+    enter(request, context, [&] {
         side<CIMInstanceProvider>(*provider_)
             .enumerateInstances(context, classPath, noFlags, CIMPropertyList(), handler);
-    }
+    });
     return handler.answer();
 }
 
 Array<CIMObjectPath> ServedProvider::enumerateInstanceNames(const OperationContext& context,
                                                             const CIMObjectPath& classPath) {
-    const Request request(*this);
+    return instanceNames(Request(*this), context, classPath);
+}
+
+Array<CIMObjectPath> ServedProvider::instanceNames(const Request& request,
+                                                   const OperationContext& context,
+                                                   const CIMObjectPath& classPath) {
     CollectingHandler<CIMObjectPath> handler;
-    {
-        const RequestScope inside(locks_, context, answerLimit_);
+    enter(request, context, [&] {
         side<CIMInstanceProvider>(*provider_).enumerateInstanceNames(context, classPath, handler);
-    }
+    });
     return handler.answer();
 }
 
@@ -152,10 +189,9 @@ CIMObjectPath ServedProvider::createInstance(const OperationContext& context,
                                              const CIMInstance& instance) {
     const Request request(*this);
     CollectingHandler<CIMObjectPath> handler;
-    {
-        const RequestScope inside(locks_, context, answerLimit_);
+    enter(request, context, [&] {
         side<CIMInstanceProvider>(*provider_).createInstance(context, path, instance, handler);
-    }
+    });
     return onlyObjectOf(handler);
 }
 
@@ -164,28 +200,35 @@ void ServedProvider::modifyInstance(const OperationContext& context, const CIMOb
                                     const CIMPropertyList& propertyList) {
     const Request request(*this);
     CollectingHandler<void> handler;
-    const RequestScope inside(locks_, context, answerLimit_);
-    side<CIMInstanceProvider>(*provider_)
-        .modifyInstance(context, path, instance, noFlags, propertyList, handler);
+    enter(request, context, [&] {
+        side<CIMInstanceProvider>(*provider_)
+            .modifyInstance(context, path, instance, noFlags, propertyList, handler);
+    });
 }
 
 void ServedProvider::deleteInstance(const OperationContext& context, const CIMObjectPath& path) {
     const Request request(*this);
     CollectingHandler<void> handler;
-    const RequestScope inside(locks_, context, answerLimit_);
-    side<CIMInstanceProvider>(*provider_).deleteInstance(context, path, handler);
+    enter(request, context,
+          [&] { side<CIMInstanceProvider>(*provider_).deleteInstance(context, path, handler); });
 }
 
 MethodAnswer ServedProvider::invokeMethod(const OperationContext& context,
                                           const CIMObjectPath& path, const String& methodName,
                                           const Array<CIMParamValue>& inParameters) {
+    if (path.getKeyBindings().size() == 0) {
+        // The library would take it for the test without a name.
+        throw CIMException(CIM_ERR_INVALID_PARAMETER,
+                           methodName + " is a method of instances: the path of " +
+                               path.getClassName().getString() + " has no keys");
+    }
     // The method owns copies of all that it uses, and is inside as long as it runs: the client's
     // request may be given up before it ends.
     const auto request = std::make_shared<Request>(*this);
     const std::function<MethodAnswer()> run =
         [this, request, context, path, methodName,
          completed = withNamespaceInReferences(inParameters, path.getNameSpace())] {
-            return runMethod(context, path, methodName, completed);
+            return runMethod(*request, context, path, methodName, completed);
         };
     std::optional<MethodAnswer> answer = onOwnThread(run, answerLimit_);
     if (!answer) {
@@ -196,16 +239,19 @@ MethodAnswer ServedProvider::invokeMethod(const OperationContext& context,
     return *std::move(answer);
 }
 
-MethodAnswer ServedProvider::runMethod(const OperationContext& context, const CIMObjectPath& path,
-                                       const String& methodName,
+MethodAnswer ServedProvider::runMethod(const Request& request, const OperationContext& context,
+                                       const CIMObjectPath& path, const String& methodName,
                                        const Array<CIMParamValue>& inParameters) {
     MethodAnswer answer;
     CollectingHandler<CIMValue> handler;
-    {
-        const auto methodsApart = lockWithin(locks_.method, answerLimit_);
-        const RequestScope inside(locks_, context, answerLimit_);
+    try {
+        const MethodLock methodsApart(locks_.method, request.end);
+        // The method goes on after its client has given up.
+        const RequestScope scope(locks_, context, request.end, answerLimit_);
         side<CIMMethodProvider>(*provider_)
             .invokeMethod(context, path, methodName, inParameters, answer.outParameters, handler);
+    } catch (const RequestAbandoned&) {
+        throw ProviderBusy();
     }
     const Array<CIMValue> delivered = handler.answer();
     if (delivered.size() > 0) {

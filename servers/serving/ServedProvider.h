@@ -46,8 +46,9 @@ constexpr std::chrono::seconds defaultAnswerLimit{20};
 /// after terminate() throws CIMException (status 1, failed).
 ///
 /// A device list whose reading blocks keeps a method inside the library for as long as it likes. So
-/// methods run on threads of their own, and no operation waits for the library, or for the end of
-/// its method, longer than the answer limit: it then throws ProviderBusy, while the method goes on.
+/// methods run on threads of their own, and no operation waits for the library (to enter it, or to
+/// go on in it after a call back into the server) or for the end of its method longer than the answer
+/// limit: it then throws ProviderBusy, while the method goes on.
 class ServedProvider {
 public:
     /// Takes over the provider object and initializes it. `locks` belong to the loaded library and
@@ -86,7 +87,8 @@ public:
                         const Pegasus::CIMObjectPath& path);
 
     /// Invokes a method of the object. References among the in-parameters that name no namespace
-    /// are taken to lie in that of the path.
+    /// are taken to lie in that of the path. CIMException 4 for a path without keys: no method of the
+    /// library is one of its class.
     MethodAnswer invokeMethod(const Pegasus::OperationContext& context,
                               const Pegasus::CIMObjectPath& path, const Pegasus::String& methodName,
                               const Pegasus::Array<Pegasus::CIMParamValue>& inParameters);
@@ -100,13 +102,21 @@ public:
 private:
     class Request;
 
-    MethodAnswer runMethod(const Pegasus::OperationContext& context,
+    template <class Work>
+    void enter(const Request& request, const Pegasus::OperationContext& context, Work work);
+    MethodAnswer runMethod(const Request& request, const Pegasus::OperationContext& context,
                            const Pegasus::CIMObjectPath& path, const Pegasus::String& methodName,
                            const Pegasus::Array<Pegasus::CIMParamValue>& inParameters);
-    Pegasus::CIMInstance getInstanceAsSpelt(const Pegasus::OperationContext& context,
+    Pegasus::CIMInstance getInstanceAsSpelt(const Request& request,
+                                            const Pegasus::OperationContext& context,
                                             const Pegasus::CIMObjectPath& path);
-    Pegasus::CIMObjectPath storedSpelling(const Pegasus::OperationContext& context,
+    Pegasus::CIMObjectPath storedSpelling(const Request& request,
+                                          const Pegasus::OperationContext& context,
                                           const Pegasus::CIMObjectPath& path);
+
+    Pegasus::Array<Pegasus::CIMObjectPath> instanceNames(const Request& request,
+                                                         const Pegasus::OperationContext& context,
+                                                         const Pegasus::CIMObjectPath& classPath);
 
     std::unique_ptr<Pegasus::CIMBaseProvider> provider_;
     ProviderLocks& locks_;

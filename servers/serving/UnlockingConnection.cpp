@@ -25,8 +25,8 @@ Array<CIMObjectPath> UnlockingConnection::enumerateInstanceNames(const Operation
                                                                  const CIMNamespaceName& nameSpace,
                                                                  const CIMName& className) {
     const OperationContext& effective = requestContext(context);
-    const ServerCallScope outside;
-    return server_->enumerateInstanceNames(effective, nameSpace, className);
+    return callServer(
+        [&] { return server_->enumerateInstanceNames(effective, nameSpace, className); });
 }
 
 CIMInstance UnlockingConnection::getInstance(const OperationContext& context,
@@ -35,13 +35,14 @@ CIMInstance UnlockingConnection::getInstance(const OperationContext& context,
                                              Boolean includeQualifiers, Boolean includeClassOrigin,
                                              const CIMPropertyList& propertyList) {
     const OperationContext& effective = requestContext(context);
-    const ServerCallScope outside;
-    return server_->getInstance(effective, nameSpace, instanceName, localOnly, includeQualifiers,
-                                includeClassOrigin, propertyList);
+    return callServer([&] {
+        return server_->getInstance(effective, nameSpace, instanceName, localOnly,
+                                    includeQualifiers, includeClassOrigin, propertyList);
+    });
 }
 
 void UnlockingConnection::disallowProviderUnload() {
-    const ServerCallScope outside;
+    // Leads to no other request, so nothing has to be given back.
     server_->disallowProviderUnload();
 }
 

@@ -8,6 +8,7 @@ import signal
 import subprocess
 import tempfile
 import threading
+import time
 import unittest
 
 import hosting
@@ -139,6 +140,19 @@ class CredentialsTest(FolderTest):
         self.assertIn(path, errors)
 
 
+def request_instances(connection, class_name):
+    body = intrinsic_call("EnumerateInstances", '<IPARAMVALUE NAME="ClassName">'
+                          '<CLASSNAME NAME="%s"/></IPARAMVALUE>' % class_name)
+    connection.request("POST", "/cimom", body, {
+        "Content-Type": "application/xml; charset=utf-8", "CIMOperation": "MethodCall",
+        "CIMMethod": "EnumerateInstances", "CIMObject": "root/kavex"})
+
+
+def enumerate_instances(connection, class_name):
+    request_instances(connection, class_name)
+    return connection.getresponse().read()
+
+
 class EndTest(unittest.TestCase):
     def test_the_ready_line_is_all_on_standard_output(self):
         for number in (signal.SIGTERM, signal.SIGINT):
@@ -196,16 +210,53 @@ class BlockedListTest(FolderTest):
         self.assertNotIn("RunTest: 0", self.answers[0].output)
 
 
+class ReadersBesideABlockedListTest(FolderTest):
+    def test_each_of_them_is_answered_or_refused_in_time(self):
+        blocked = os.path.join(self.folder, "list")
+        os.mkfifo(blocked)
+        with CimHost("--devices", blocked) as host:
+            test = wbemcli("ein", host, "CIM_DiagnosticTest").paths[0]
+            element = wbemcli("ein", host, "ZORVA_UsbHc").paths[0]
+            # Instances of the test name the computer, for which the provider asks the host: so at
+            # any moment some reader is inside such a call.
+            refused = threading.Event()
+            longest = []
+
+            def read_until_refused():
+                connection = http.client.HTTPConnection("127.0.0.1", host.port, timeout=60)
+                took, answer = 0, b""
+                while b"ERROR CODE" not in answer:
+                    begun = time.monotonic()
+                    answer = enumerate_instances(connection, "ZORVA_UsbHc_DiagTest")
+                    took = max(took, time.monotonic() - begun)
+                connection.close()
+                longest.append((took, answer))
+                refused.set()
+
+            readers = [threading.Thread(target=read_until_refused) for _ in range(12)]
+            for reader in readers:
+                reader.start()
+            run = threading.Thread(target=wbemcli, args=(
+                "cm", host, test, "RunTest.SystemElement=" + element))
+            run.start()
+            writer = os.open(blocked, os.O_WRONLY)
+            self.assertTrue(refused.wait(60))
+            for reader in readers:
+                reader.join()
+            for took, answer in longest:
+                self.assertLess(took, 30)
+                self.assertIn(b"the provider is still at work on an earlier request", answer)
+            os.close(writer)
+            run.join()
+            self.assertEqual(host.stop(), (0, ""))
+
+
 class HostileClientTest(unittest.TestCase):
     def test_after_a_client_that_goes_away_the_host_goes_on(self):
         with CimHost("--devices", OHCI_TREE) as host:
-            body = intrinsic_call("EnumerateInstances", '<IPARAMVALUE NAME="ClassName">'
-                                  '<CLASSNAME NAME="CIM_ManagedElement"/></IPARAMVALUE>')
             for _ in range(20):
                 connection = http.client.HTTPConnection("127.0.0.1", host.port, timeout=PATIENCE)
-                connection.request("POST", "/cimom", body, {
-                    "Content-Type": "application/xml; charset=utf-8", "CIMOperation": "MethodCall",
-                    "CIMMethod": "EnumerateInstances", "CIMObject": "root/kavex"})
+                request_instances(connection, "CIM_ManagedElement")
                 connection.close()  # without reading the answer
             self.assertEqual(len(wbemcli("ein", host, "CIM_DiagnosticTest").paths), 1)
             self.assertEqual(host.stop(), (0, ""))

@@ -22,6 +22,14 @@ namespace {
 constexpr auto soon = std::chrono::seconds(20);
 constexpr auto atOnce = std::chrono::milliseconds(0);
 
+bool isFree(serving::TimedMutex& mutex) {
+    const bool locked = mutex.lockUntil(std::chrono::steady_clock::now());
+    if (locked) {
+        mutex.unlock();
+    }
+    return locked;
+}
+
 /// What a test makes the provider do; each hook is optional.
 struct Script {
     std::function<void(const CIMObjectPath&, ResponseHandler<CIMInstance>&)> get;
@@ -300,14 +308,12 @@ TEST_F(ServedProviderTest, LocksAreHeldAgainAfterACallBackThatThrows) {
     script.method = [&](const Array<CIMParamValue>& /*in*/, Array<CIMParamValue>& /*out*/,
                         ResponseHandler<CIMValue>& handler) {
         EXPECT_THROW(callServer(), CIMException);
-        EXPECT_FALSE(std::async(std::launch::async, [&] { return locks.table.try_lock(); }).get());
+        EXPECT_FALSE(isFree(locks.table));
         handler.complete();
     };
     invoke();
-    EXPECT_TRUE(locks.table.try_lock());
-    locks.table.unlock();
-    EXPECT_TRUE(locks.method.try_lock());
-    locks.method.unlock();
+    EXPECT_TRUE(isFree(locks.table));
+    EXPECT_TRUE(isFree(locks.method));
 }
 
 TEST_F(ServedProviderTest, ManyThreadsNeverMeetInsideTheProvider) {
@@ -449,8 +455,8 @@ protected:
         Array<CIMParamValue> in;
         in.append(CIMParamValue("P", CIMValue(String("given"))));
         return refusalOf([&] {
-                   impatient.invokeMethod(OperationContext(), CIMObjectPath("root/kavex:T_Test"),
-                                          "Run", in);
+                   impatient.invokeMethod(OperationContext(),
+                                          CIMObjectPath("root/kavex:T_Test.Id=1"), "Run", in);
                })
             .getMessage();
     }
@@ -486,6 +492,125 @@ TEST_F(ImpatientClients, RequestsAreServedAgainOnceTheMethodHasEnded) {
     mayLeave.set_value();
     EXPECT_EQ(served.enumerateInstances(context, item).size(), 1U);
     EXPECT_TRUE(impatient.terminate(soon));
+}
+
+/// A request that is out of the provider, in the server, while a method that does not end is inside.
+class ReadersInACallBack : public ImpatientClients {
+protected:
+    ReadersInACallBack() {
+        script.get = [this](const CIMObjectPath& ref, ResponseHandler<CIMInstance>& handler) {
+            callServerAsTheLibraryDoes();
+            handler.deliver(CIMInstance(ref.getClassName()));
+            handler.complete();
+        };
+        script.names = [this](ResponseHandler<CIMObjectPath>& handler) {
+            callServerAsTheLibraryDoes();
+            handler.complete();
+        };
+        server->onCall = [this] {
+            refusalOfAMethod();
+            server->onCall = nullptr;
+        };
+    }
+
+    ~ReadersInACallBack() override {
+        mayLeave.set_value();
+        EXPECT_TRUE(impatient.terminate(soon));
+        EXPECT_FALSE(wentOnWithoutTheLock);
+    }
+
+    void callServerAsTheLibraryDoes() {
+        try {
+            callServer();
+        } catch (const Exception&) {
+            // No answer is one, too.
+        }
+        wentOnWithoutTheLock = true;
+    }
+
+    template <class Call>
+    void expectRefused(Call call) {
+        EXPECT_EQ(refusalOf(call).getMessage(),
+                  "the provider is still at work on an earlier request");
+    }
+
+    std::atomic<bool> wentOnWithoutTheLock{false};
+};
+
+TEST_F(ReadersInACallBack, EnumerationIsGivenUp) {
+    expectRefused([&] { impatient.enumerateInstances(context, item); });
+}
+
+TEST_F(ReadersInACallBack, EnumerationOfNamesIsGivenUp) {
+    expectRefused([&] { impatient.enumerateInstanceNames(context, item); });
+}
+
+TEST_F(ReadersInACallBack, GetIsGivenUp) {
+    expectRefused([&] { impatient.getInstance(context, item); });
+}
+
+TEST_F(ReadersInACallBack, GivenUpWhereTheServerFailsAsWell) {
+    const auto answer = server->onCall;
+    server->onCall = [answer] {
+        answer();
+        throw CIMException(CIM_ERR_FAILED, "no");
+    };
+    expectRefused([&] { impatient.enumerateInstances(context, item); });
+}
+
+TEST_F(ImpatientClients, MethodMayCallBackAfterItsClientHasGivenUp) {
+    std::promise<void> calledBack;
+    script.method = [&](const Array<CIMParamValue>& /*in*/, Array<CIMParamValue>& /*out*/,
+                        ResponseHandler<CIMValue>& handler) {
+        mayLeave.get_future().wait();
+        callServer();
+        calledBack.set_value();
+        handler.complete();
+    };
+    // While the server answers, another request enters and stays for a moment.
+    std::promise<void> entered;
+    std::future<void> other;
+    script.get = [&](const CIMObjectPath& /*ref*/, ResponseHandler<CIMInstance>& handler) {
+        entered.set_value();
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        handler.complete();
+    };
+    server->onCall = [&] {
+        other =
+            std::async(std::launch::async, [&] { impatient.enumerateInstances(context, item); });
+        entered.get_future().wait();
+    };
+    refusalOfAMethod();
+    mayLeave.set_value();
+    EXPECT_EQ(calledBack.get_future().wait_for(soon), std::future_status::ready);
+    EXPECT_TRUE(impatient.terminate(soon));
+}
+
+TEST_F(ReadersInACallBack, NestedReadHasNoMoreTimeThanTheOneAroundIt) {
+    const auto begun = std::chrono::steady_clock::now();
+    server->onCall = [this] {
+        refusalOfAMethod();
+        server->onCall = nullptr;
+        expectRefused([&] { served.enumerateInstances(context, item); });
+    };
+    expectRefused([&] { impatient.enumerateInstances(context, item); });
+    EXPECT_LT(std::chrono::steady_clock::now() - begun, serving::defaultAnswerLimit);
+}
+
+TEST_F(ServedProviderTest, MethodOfAClassIsRefused) {
+    bool reached = false;
+    script.method = [&](const Array<CIMParamValue>& /*in*/, Array<CIMParamValue>& /*out*/,
+                        ResponseHandler<CIMValue>& handler) {
+        reached = true;
+        handler.complete();
+    };
+    const CIMException refusal = refusalOf([&] {
+        served.invokeMethod(context, CIMObjectPath("root/kavex:T_Test"), "Run",
+                            Array<CIMParamValue>());
+    });
+    EXPECT_EQ(refusal.getCode(), CIM_ERR_INVALID_PARAMETER);
+    EXPECT_EQ(refusal.getMessage(), "Run is a method of instances: the path of T_Test has no keys");
+    EXPECT_FALSE(reached);
 }
 
 TEST_F(ServedProviderTest, ProviderWithoutMethodsRefusesThem) {
