@@ -4,13 +4,17 @@
 set(ZORVA_SANITIZE "" CACHE STRING "Sanitizers to build with, for example 'address;undefined' or 'thread'")
 option(ZORVA_COVERAGE "Count executed lines and branches (gcov)" OFF)
 option(ZORVA_FUZZ "Build the libFuzzer targets (needs clang)" OFF)
-option(ZORVA_WERROR "Treat warnings as errors" ON)
+option(ZORVA_WERROR "Treat warnings as errors, as developers do" OFF)
 
 add_library(zorva_options INTERFACE)
 target_compile_features(zorva_options INTERFACE cxx_std_17)
 target_compile_options(zorva_options INTERFACE -Wall -Wextra -Wpedantic)
 if(ZORVA_WERROR)
     target_compile_options(zorva_options INTERFACE -Werror)
+endif()
+# Older ones warn that they ignore [[maybe_unused]] on members.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 12)
+    target_compile_options(zorva_options INTERFACE -Wno-attributes)
 endif()
 
 if(ZORVA_SANITIZE)
