@@ -23,7 +23,7 @@ Column::Column(std::string columnHeading, const char* property)
 void print(const Pegasus::Array<Pegasus::CIMInstance>& instances,
            const std::vector<Column>& columns, bool json) {
     if (json) {
-        std::cout << documentOf(jsonOf(instances));
+        std::cout << documentOf(instances);
         return;
     }
     std::vector<std::string> headings;

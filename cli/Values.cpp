@@ -6,6 +6,7 @@
 #include <Pegasus/Common/CIMDateTime.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMProperty.h>
+#include <nlohmann/json.hpp>
 
 #include "wire/cimxml/XmlText.h"
 
@@ -52,8 +53,19 @@ Json typed(const CIMValue& value) {
     return array;
 }
 
+/// A property's value as JSON; null if the instance has no such property.
+Json valueOf(const CIMInstance& instance, const char* property) {
+    const Uint32 position = instance.findProperty(CIMName(property));
+    return position == PEG_NOT_FOUND ? Json() : jsonOf(instance.getProperty(position).getValue());
+}
+
 std::string textOf(const Json& json) {
     return json.is_string() ? json.get<std::string>() : json.dump();
+}
+
+std::string documentOf(const Json& json) {
+    constexpr int indentation = 2;
+    return json.dump(indentation, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 /// A constant of MOF: strings, date and time and references in quotes, everything else as in JSON.
@@ -110,22 +122,25 @@ std::string twoDigits(int number) {
 
 }  // namespace
 
-Json valueOf(const CIMInstance& instance, const char* property) {
-    const Uint32 position = instance.findProperty(CIMName(property));
-    return position == PEG_NOT_FOUND ? Json() : jsonOf(instance.getProperty(position).getValue());
+std::optional<std::uint16_t> numberOf(const CIMInstance& instance, const char* property) {
+    const Json value = valueOf(instance, property);
+    return value.is_number() ? std::optional(value.get<std::uint16_t>()) : std::nullopt;
+}
+
+std::vector<std::string> textsOf(const CIMInstance& instance, const char* property) {
+    const Json value = valueOf(instance, property);
+    std::vector<std::string> texts;
+    // The one element of a scalar is the scalar; null has none.
+    for (const Json& element : value) {
+        texts.push_back(textOf(element));
+    }
+    return texts;
 }
 
 std::string textOf(const CIMInstance& instance, const char* property) {
-    const Json json = valueOf(instance, property);
-    if (json.is_null()) {
-        return {};
-    }
-    if (!json.is_array()) {
-        return textOf(json);
-    }
     std::string text;
-    for (const Json& element : json) {
-        text += (text.empty() ? "" : ", ") + textOf(element);
+    for (const std::string& element : textsOf(instance, property)) {
+        text += (text.empty() ? "" : ", ") + element;
     }
     return text;
 }
@@ -200,9 +215,12 @@ Json jsonOf(const Array<CIMInstance>& instances) {
     return array;
 }
 
-std::string documentOf(const Json& json) {
-    constexpr int indentation = 2;
-    return json.dump(indentation, ' ', false, Json::error_handler_t::replace) + "\n";
+std::string documentOf(const CIMInstance& instance) {
+    return documentOf(jsonOf(instance));
+}
+
+std::string documentOf(const Array<CIMInstance>& instances) {
+    return documentOf(jsonOf(instances));
 }
 
 std::string mofOf(const CIMInstance& instance) {

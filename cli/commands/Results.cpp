@@ -13,12 +13,12 @@ namespace {
 namespace properties = contract::properties;
 
 std::string state(const Pegasus::CIMInstance& result) {
-    const Json value = valueOf(result, properties::testState);
-    return value.is_number() ? testStateText(value.get<std::uint16_t>()) : "";
+    const auto state = numberOf(result, properties::testState);
+    return state.has_value() ? testStateText(*state) : "";
 }
 
 std::string lineCount(const Pegasus::CIMInstance& result) {
-    return std::to_string(valueOf(result, properties::testResults).size());
+    return std::to_string(textsOf(result, properties::testResults).size());
 }
 
 std::string started(const Pegasus::CIMInstance& result) {

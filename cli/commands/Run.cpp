@@ -3,6 +3,8 @@
 #include <unistd.h>
 
 #include <iostream>
+#include <string>
+#include <vector>
 
 #include "cli/Choice.h"
 #include "cli/Diagnostics.h"
@@ -32,11 +34,10 @@ CIMInstance runWithProgress(Diagnostics& diagnostics, const CIMInstance& test,
 
 /// The report on standard output, one line of it per line. A terminal is spared the control
 /// characters of device names; anything else gets them as they are.
-void printReport(const Json& lines) {
+void printReport(const std::vector<std::string>& lines) {
     const bool toTerminal = isTerminal(STDOUT_FILENO);
-    for (const Json& line : lines) {
-        const auto text = line.get<std::string>();
-        std::cout << (toTerminal ? withoutControls(text) : withoutLineFeeds(text)) << "\n";
+    for (const std::string& line : lines) {
+        std::cout << (toTerminal ? withoutControls(line) : withoutLineFeeds(line)) << "\n";
     }
 }
 
@@ -56,18 +57,18 @@ ExitStatus runTest(Server& server, const Invocation& invocation) {
     const CIMInstance element = chooseElement(diagnostics.elements(), invocation.element, server);
     const CIMInstance result = runWithProgress(diagnostics, test, element);
 
-    const Json lines = valueOf(result, properties::testResults);
+    const auto lines = textsOf(result, properties::testResults);
     if (invocation.json) {
-        std::cout << documentOf(jsonOf(result));
+        std::cout << documentOf(result);
     } else {
         printReport(lines);
     }
     std::cout.flush();
-    const Json state = valueOf(result, properties::testState);
+    const auto state = numberOf(result, properties::testState);
     if (state != static_cast<std::uint16_t>(TestState::passed)) {
         throw Failure("the result on " + textOf(element, properties::deviceId) +
                       " did not pass: it is " +
-                      (state.is_number() ? testStateText(state.get<std::uint16_t>()) : "unknown"));
+                      (state.has_value() ? testStateText(*state) : "unknown"));
     }
     if (lines.empty()) {
         throw NothingRead(nothingRead(server, invocation));

@@ -5,6 +5,7 @@
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMProperty.h>
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 namespace usbhcdiag {
 namespace {
@@ -51,7 +52,8 @@ TEST(Values, BecomeJsonArrays) {
 
 TEST(Values, StayValidUtf8WhateverTheyHold) {
     const Char16 odd[] = {Char16('a'), Char16(0xD800), Char16(0x001B), Char16(0x00E9)};
-    EXPECT_EQ(documentOf(jsonOf(CIMValue(String(odd, 4)))), "\"a\uFFFD\\u001b\u00E9\"\n");
+    EXPECT_EQ(documentOf(instanceWith("A", CIMValue(String(odd, 4)))),
+              "{\n  \"A\": \"a\uFFFD\\u001b\u00E9\"\n}\n");
 }
 
 TEST(Values, InstancesBecomeObjectsInTheOrderOfTheirProperties) {
@@ -59,7 +61,7 @@ TEST(Values, InstancesBecomeObjectsInTheOrderOfTheirProperties) {
     instance.addProperty(CIMProperty(CIMName("Alpha"), CIMValue(CIMTYPE_UINT32, false)));
     EXPECT_EQ(jsonOf(instance).dump(), R"({"Zeta":"z","Alpha":null})");
     Array<CIMInstance> instances;
-    EXPECT_EQ(documentOf(jsonOf(instances)), "[]\n");
+    EXPECT_EQ(documentOf(instances), "[]\n");
     instances.append(instance);
     EXPECT_EQ(jsonOf(instances).dump(), R"([{"Zeta":"z","Alpha":null}])");
 }
@@ -70,7 +72,24 @@ TEST(Values, BecomeText) {
     EXPECT_EQ(textOf(instanceWith("A", arrayOf<String>({"x", "y"})), "A"), "x, y");
     EXPECT_EQ(textOf(instanceWith("A", CIMValue(CIMTYPE_STRING, false)), "A"), "");
     EXPECT_EQ(textOf(instanceWith("A", CIMValue(Uint16(7))), "B"), "");
-    EXPECT_TRUE(valueOf(instanceWith("A", CIMValue(Uint16(7))), "B").is_null());
+}
+
+TEST(Values, BecomeTextsOfTheirElements) {
+    using Texts = std::vector<std::string>;
+    EXPECT_EQ(textsOf(instanceWith("A", arrayOf<String>({"x", "", "z"})), "A"),
+              Texts({"x", "", "z"}));
+    EXPECT_EQ(textsOf(instanceWith("A", arrayOf<Uint16>({2, 5})), "A"), Texts({"2", "5"}));
+    EXPECT_EQ(textsOf(instanceWith("A", CIMValue(String("x"))), "A"), Texts({"x"}));
+    EXPECT_EQ(textsOf(instanceWith("A", CIMValue(CIMTYPE_STRING, true)), "A"), Texts());
+    EXPECT_EQ(textsOf(instanceWith("A", CIMValue(String("x"))), "B"), Texts());
+}
+
+TEST(Values, BecomeANumberIfTheyAreOne) {
+    EXPECT_EQ(numberOf(instanceWith("A", CIMValue(Uint16(7))), "a"), 7);
+    EXPECT_EQ(numberOf(instanceWith("A", CIMValue(String("7"))), "A"), std::nullopt);
+    EXPECT_EQ(numberOf(instanceWith("A", arrayOf<Uint16>({7})), "A"), std::nullopt);
+    EXPECT_EQ(numberOf(instanceWith("A", CIMValue(CIMTYPE_UINT16, false)), "A"), std::nullopt);
+    EXPECT_EQ(numberOf(instanceWith("A", CIMValue(Uint16(7))), "B"), std::nullopt);
 }
 
 TEST(Values, DatesForPeople) {
