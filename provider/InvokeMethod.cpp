@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The provider as the CIM server drives it: the methods of the test.
+// The method operations of the provider.
 #include <Pegasus/Provider/ProviderExceptions.h>
 
 #include "diag/PathKeys.h"
@@ -38,8 +38,8 @@ void ZORVA_UsbHc_DiagProvider::invokeMethod(const OperationContext& /*context*/,
     handler.complete();
 }
 
-// The test itself is not stopped: only its record says so. A null reference names no element, so
-// there is no record to write to.
+// Only the record is changed; a running test is not stopped. A null reference names no element, so
+// there is no record to change.
 void ZORVA_UsbHc_DiagProvider::discontinueTest(const String& testName,
                                                const Array<CIMParamValue>& inParameters,
                                                Array<CIMParamValue>& outParameters) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The provider as the CIM server drives it: life cycle and instance operations.
+// The life cycle and the instance operations of the provider.
 #include "provider/ZORVA_UsbHc_DiagProvider.h"
 
 #include <Pegasus/Provider/ProviderExceptions.h>
@@ -26,7 +26,7 @@ namespace {
 
 using Provider = ZORVA_UsbHc_DiagProvider;
 
-// The three kinds of models answer alike under different names.
+// The three kinds of models have the same operations under different names.
 
 Array<CIMInstance> instanceOf(ZORVA_DiagnosticTestBuilder& tests, const CIMObjectPath& path) {
     return tests.getTestInstance(path);
@@ -58,7 +58,7 @@ Array<CIMObjectPath> pathsOf(ZORVA_AssociationBuilder& associations) {
     return associations.enumAssocReferences();
 }
 
-// The served class that the path names in whatever case; null if it names another one.
+// The served class of the path, ignoring case; null if its class is not served.
 const String* servedClassOf(const CIMObjectPath& path) {
     const String& requested = path.getClassName().getString();
     for (const String* served :
@@ -86,7 +86,7 @@ void ZORVA_UsbHc_DiagProvider::initialize(CIMOMHandle& cimom) {
     try {
         cimom.disallowProviderUnload();
     } catch (...) {
-        // A server that cannot promise it is served all the same.
+        // The provider works without it.
     }
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The provider as the CIM server drives it.
+// The provider object that the CIM server calls.
 #pragma once
 
 #include <Pegasus/Provider/CIMInstanceProvider.h>
@@ -11,13 +11,15 @@ namespace Pegasus {
 
 /// Serves the diagnostic of USB host controllers: its test, its results and their associations.
 ///
-/// Instances are delivered whole, whatever the flags and the property list ask for; a class that is
-/// not served here has no instances and no methods. Exceptions of the tables pass to the server.
-/// What lives from one request to the next is the result table, which all provider objects of a
-/// process share. No lock is taken: the server keeps requests apart that would meet in a table.
+/// Instances are delivered with all properties: flags and property lists are ignored. Classes that
+/// are not served have no instances and no methods. Exceptions propagate to the server. The only
+/// state that outlives a request is the result table, which all provider objects of a process share.
+///
+/// Takes no locks. The server must let only one thread at a time run in the provider objects of a
+/// process, where a call back into the server counts as outside, and must not let methods overlap.
 class ZORVA_UsbHc_DiagProvider : public CIMInstanceProvider, public CIMMethodProvider {
 public:
-    // The classes that the provider serves; of the last one it serves no instances.
+    // The names of the served classes, and of the test software, which is not served.
     static const String DIAG_TEST;
     static const String DIAG_RESULT;
     static const String DIAG_RESULT_FOR_MSE;
@@ -34,16 +36,17 @@ public:
                      const CIMPropertyList& propertyList,
                      ResponseHandler<CIMInstance>& handler) override;
 
-    /// Delivers all instances of the path's class at once.
+    /// Delivers all instances of the path's class in one call of the handler.
     void enumerateInstances(const OperationContext& context, const CIMObjectPath& ref, Uint32 flags,
                             const CIMPropertyList& propertyList,
                             ResponseHandler<CIMInstance>& handler) override;
 
-    /// Delivers the paths of all instances of the path's class at once.
+    /// Delivers the paths of all instances of the path's class in one call of the handler.
     void enumerateInstanceNames(const OperationContext& context, const CIMObjectPath& ref,
                                 ResponseHandler<CIMObjectPath>& handler) override;
 
-    // Refused for every class: NotSupported (status 7) with the operation's qualified name.
+    // Not supported for any class: throw NotSupported (status 7) with the operation's qualified
+    // name.
     void modifyInstance(const OperationContext& context, const CIMObjectPath& ref,
                         const CIMInstance& instance, Uint32 flags,
                         const CIMPropertyList& propertyList,
@@ -54,25 +57,25 @@ public:
     void deleteInstance(const OperationContext& context, const CIMObjectPath& ref,
                         ResponseHandler<void>& handler) override;
 
-    /// Runs "RunTest", "ClearResults" or "DiscontinueTest" of the test that the path's key "Name"
-    /// names; the first two deliver their return code, the third delivers no value.
+    /// Runs "RunTest", "ClearResults" or "DiscontinueTest" for the test in the path's key "Name".
+    /// The first two deliver their return code, the third delivers no value.
     ///
-    /// Names ignore case. "StartService" and "StopService" throw NotSupported (status 7). Another
-    /// method, or another class, completes without a value.
+    /// Names ignore case. "StartService" and "StopService" throw NotSupported (status 7). Other
+    /// methods, and methods of other classes, complete without a value.
     void invokeMethod(const OperationContext& context, const CIMObjectPath& ref,
                       const String& methodName, const Array<CIMParamValue>& inParameters,
                       Array<CIMParamValue>& outParameters,
                       ResponseHandler<CIMValue>& handler) override;
 
-    /// Keeps the handle, and asks the server not to unload the provider while it is idle: with it
-    /// the results would go. Reports no failure.
+    /// Stores the handle, and asks the server not to unload the provider while it is idle, which
+    /// would lose the results. Never fails.
     void initialize(CIMOMHandle& cimom) override;
 
-    /// Only logs: the provider goes on serving, until the server deletes it.
+    /// Only logs: the provider can be called until the server deletes it.
     void terminate() override;
 
 private:
-    // The model of a class lives for one request; `use` is called with it.
+    // Makes the object that serves a class and calls `use` with it.
     template <class Use>
     void withModelOf(const String& className, Use use);
 
@@ -80,9 +83,9 @@ private:
                          Array<CIMParamValue>& outParameters);
 
     CIMOMHandle _cimom;
-    /// Part of the known layout of this class; no operation needs it.
+    /// Unused; kept because the layout of this class is fixed.
     [[maybe_unused]] Array<CIMInstance> instances_;
-    /// The provider's way to the result table.
+    /// Gives access to the result table.
     ZORVA_UsbHc_DiagResult* _diagResult;
     ZORVA_UsbHc_DiagResult ownDiagResult_;
 };

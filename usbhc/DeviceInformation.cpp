@@ -28,74 +28,74 @@ String paddedLabel(const char* label) {
     return padded;
 }
 
-// Every device needs them all, so they are made once.
-const String PRODUCT_NAME = paddedLabel("Product Name ");
-const String SERIAL_NUMBER = paddedLabel("Serial Number ");
-const String VENDOR_NAME = paddedLabel("Vendor Name ");
-const String VENDOR_ID = paddedLabel("Vendor ID ");
-const String PRODUCT_ID = paddedLabel("Product ID ");
-const String REVISION = paddedLabel("Revision ");
-const String USB_SPECIFICATION = paddedLabel("USB Specification ");
-const String INTERFACE_NUMBER = paddedLabel("Interface Number ");
-const String INTERFACE_CLASS = paddedLabel("Interface Class ");
-const String INTERFACE_SUB_CLASS = paddedLabel("Interface Sub Class ");
-const String INTERFACE_PROTOCOL = paddedLabel("Interface Protocol ");
-const String PORT_ON_DEVICE = paddedLabel("Port on Device ");
-const String DEVICE_DRIVER = paddedLabel("Device Driver ");
-const String CURRENT_SPEED = paddedLabel("Current Speed ");
-const String MAXIMUM_CURRENT_DRAW = paddedLabel("Maximum Current Draw (mAmps) ");
-const String END_OF_BLOCK("          ");
+// Used for every device, so they are made once.
+const String productNameLabel = paddedLabel("Product Name ");
+const String serialNumberLabel = paddedLabel("Serial Number ");
+const String vendorNameLabel = paddedLabel("Vendor Name ");
+const String vendorIdLabel = paddedLabel("Vendor ID ");
+const String productIdLabel = paddedLabel("Product ID ");
+const String revisionLabel = paddedLabel("Revision ");
+const String usbSpecificationLabel = paddedLabel("USB Specification ");
+const String interfaceNumberLabel = paddedLabel("Interface Number ");
+const String interfaceClassLabel = paddedLabel("Interface Class ");
+const String interfaceSubClassLabel = paddedLabel("Interface Sub Class ");
+const String interfaceProtocolLabel = paddedLabel("Interface Protocol ");
+const String portLabel = paddedLabel("Port on Device ");
+const String driverLabel = paddedLabel("Device Driver ");
+const String speedLabel = paddedLabel("Current Speed ");
+const String currentDrawLabel = paddedLabel("Maximum Current Draw (mAmps) ");
+const String endOfBlock("          ");
 
 class Block {
 public:
-    explicit Block(const std::function<void(String)>& writeLine) : writeLine_(writeLine) {}
+    explicit Block(const std::function<void(String)>& useLine) : useLine_(useLine) {}
 
-    void line(const String& label, const String& value) { writeLine_(label + value); }
+    void line(const String& label, const String& value) { useLine_(label + value); }
     void line(const String& label, const std::string& value) { line(label, textFromBytes(value)); }
-    void end() { writeLine_(END_OF_BLOCK); }
+    void end() { useLine_(endOfBlock); }
 
 private:
-    const std::function<void(String)>& writeLine_;
+    const std::function<void(String)>& useLine_;
 };
 
-void reportCodes(Block& block, const Interface& interface) {
+void addCodeLines(Block& block, const Interface& interface) {
     const Code classCode = codeOf(interface.getClass());
     const Code subClassCode = classCode ? codeOf(interface.getSubClass()) : Code();
     const Code protocolCode = classCode ? codeOf(interface.getProtocol()) : Code();
 
-    block.line(INTERFACE_CLASS,
+    block.line(interfaceClassLabel,
                classCode ? nameOf(ZORVA_UsbHcBundle::getClass(*classCode)) : String());
-    block.line(INTERFACE_SUB_CLASS,
+    block.line(interfaceSubClassLabel,
                subClassCode ? nameOf(ZORVA_UsbHcBundle::getSubClass(*classCode, *subClassCode))
                             : String());
     const char* protocol =
         protocolCode ? ZORVA_UsbHcBundle::getProtocol(*classCode, *protocolCode) : nullptr;
     if (protocol != nullptr) {
-        block.line(INTERFACE_PROTOCOL, nameOf(protocol));
+        block.line(interfaceProtocolLabel, nameOf(protocol));
     }
 }
 
 }  // namespace
 
-void reportDevice(const UsbDevice& device, const std::function<void(String)>& writeLine) {
+void forEachReportLine(const UsbDevice& device, const std::function<void(String)>& useLine) {
     const deviceInfo& strings = *device.getDeviceInfo();
     const product& identifiers = *device.getProduct();
     const Interface& interface = *device.getInterface();
 
-    Block block(writeLine);
-    block.line(PRODUCT_NAME, strings.getproduct());
-    block.line(SERIAL_NUMBER, strings.getserial());
-    block.line(VENDOR_NAME, strings.getmanufacturer());
-    block.line(VENDOR_ID, identifiers.getVendor());
-    block.line(PRODUCT_ID, identifiers.getProduct());
-    block.line(REVISION, identifiers.getRevision());
-    block.line(USB_SPECIFICATION, device.getDescriptor()->getVersion());
-    block.line(INTERFACE_NUMBER, interface.getInterface());
-    reportCodes(block, interface);
-    block.line(PORT_ON_DEVICE, device.getTopology()->getPort());
-    block.line(DEVICE_DRIVER, interface.getDriver());
-    block.line(CURRENT_SPEED, device.getTopology()->getSpeed());
-    block.line(MAXIMUM_CURRENT_DRAW, device.getConfiguration()->getPower());
+    Block block(useLine);
+    block.line(productNameLabel, strings.getproduct());
+    block.line(serialNumberLabel, strings.getserial());
+    block.line(vendorNameLabel, strings.getmanufacturer());
+    block.line(vendorIdLabel, identifiers.getVendor());
+    block.line(productIdLabel, identifiers.getProduct());
+    block.line(revisionLabel, identifiers.getRevision());
+    block.line(usbSpecificationLabel, device.getDescriptor()->getVersion());
+    block.line(interfaceNumberLabel, interface.getInterface());
+    addCodeLines(block, interface);
+    block.line(portLabel, device.getTopology()->getPort());
+    block.line(driverLabel, interface.getDriver());
+    block.line(speedLabel, device.getTopology()->getSpeed());
+    block.line(currentDrawLabel, device.getConfiguration()->getPower());
     block.end();
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the device information test reports of a device.
+// Makes the report lines of a device.
 #pragma once
 
 #include <functional>
@@ -10,16 +10,17 @@
 
 namespace Pegasus {
 
-/// Hands the block of one device to `writeLine`, line by line.
+/// Calls `useLine` with each line of the device's block in the report, in order.
 ///
-/// 1. A line is its label, padded with blanks to 30 characters, and its value as the list has it,
-///    made text by textFromBytes().
-/// 2. Class, subclass and protocol are named by their codes. A class or subclass that has no name,
-///    or no code, has an empty value; a protocol line without a name is left out. A device without
-///    a class code has neither a subclass nor a protocol.
-/// 3. A line of ten blanks ends the block.
+/// 1. A line is a label, padded with blanks to 30 characters, and the value in the list, converted
+///    by textFromBytes().
+/// 2. Class, subclass and protocol are given by name. The value is empty for a class or subclass
+///    without a name or without a code; the line of a protocol without a name is left out. A device
+///    without a class code has neither a subclass nor a protocol.
+/// 3. The last line of the block is ten blanks.
 ///
-/// Exceptions of `writeLine` pass. One thread at a time.
-void reportDevice(const UsbDevice& device, const std::function<void(String)>& writeLine);
+/// Exceptions of `useLine` propagate. Any thread may call it; the device is used by one thread at a
+/// time.
+void forEachReportLine(const UsbDevice& device, const std::function<void(String)>& useLine);
 
 }  // namespace Pegasus

@@ -17,8 +17,8 @@ Array<CIMObjectPath> instanceReferences(CIMOMHandle& handle, const String& class
                                          CIMName(className));
 }
 
-// What the two roles of an association are unless its class says otherwise. The framework leaves
-// these two operations to the test that it is built into.
+// The default roles of an association. They are defined here because the framework knows no classes
+// of a test.
 
 Array<CIMObjectPath> ZORVA_AssociationBuilder::getRole1References() {
     return testReferences(handle_);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The elements that the associations of the USB host-controller test lead to.
+// The elements that the associations of the USB host-controller test refer to.
+// Any thread may call these functions.
 #pragma once
 
 #include <Pegasus/Common/CIMObjectPath.h>
@@ -7,11 +8,11 @@
 
 namespace Pegasus {
 
-/// The paths of all tests. Asks the server for the host system.
+/// The paths of all tests. Calls the server to look up the host system.
 Array<CIMObjectPath> testReferences(const CIMOMHandle& handle);
 
-/// The paths of the instances of a class in the provider's namespace, from the server. Exceptions
-/// of that call pass.
+/// The paths of the instances of a class in the provider's namespace, as the server enumerates
+/// them. Exceptions of that call propagate.
 Array<CIMObjectPath> instanceReferences(CIMOMHandle& handle, const String& className);
 
 }  // namespace Pegasus

@@ -22,7 +22,7 @@ void ZORVA_UsbHc_DiagRunTestMethod::UsbHc_GetUsbDeviceInformation(std::string te
     result reader;
     for (std::queue<UsbDevice> devices = reader.GetUsbDeviceInfomation(); !devices.empty();
          devices.pop()) {
-        reportDevice(devices.front(), writeLine);
+        forEachReportLine(devices.front(), writeLine);
     }
     writeToResults("TestState", CIMValue(test_state::passed));
 }

@@ -22,8 +22,8 @@ const char* textOf(const Entry (&table)[size], int key) {
     return nullptr;
 }
 
-/// The key of a subclass or protocol: its decimal digits inserted behind the first character of the
-/// class code's. Class 8 and code 6 give 86, class 12 and code 3 give 132.
+/// The key of a subclass or protocol: its decimal digits, inserted after the first digit of the
+/// class code. Class 8 and code 6 give 86, class 12 and code 3 give 132.
 int keyWithinClass(int classCode, int code) {
     std::string key = std::to_string(classCode);
     key.insert(1, std::to_string(code));

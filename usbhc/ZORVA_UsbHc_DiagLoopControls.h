@@ -7,17 +7,16 @@
 
 namespace Pegasus {
 
-/// Loop controls that read and write the result record of one test and element. One thread at a
-/// time.
+/// Loop controls that use the result record of one test and element. One thread at a time.
 class ZORVA_UsbHc_DiagLoopControls : public ZORVA_DiagLoopControls {
 public:
     /// The loop controls of the result of that test for the element with that device ID.
     ZORVA_UsbHc_DiagLoopControls(String testName, String deviceId);
     ~ZORVA_UsbHc_DiagLoopControls() override;
 
-    /// As getResultProperty() of the result table.
+    /// As ZORVA_DiagnosticResultBuilder::getResultProperty().
     CIMValue retrieveResultProperty(String propertyName) override;
-    /// As setResultProperty() of the result table.
+    /// As ZORVA_DiagnosticResultBuilder::setResultProperty().
     void writeToResults(String propertyName, CIMValue value) override;
 
 private:

@@ -6,23 +6,24 @@
 
 namespace Pegasus {
 
-/// The table of results, whose new entries are results of the USB host-controller test. One thread
-/// at a time.
+/// Adds results of the USB host-controller test to the table of results. One thread at a time, for
+/// all objects together.
 class ZORVA_UsbHc_DiagResult : public ZORVA_DiagnosticResultBuilder {
 public:
     ZORVA_UsbHc_DiagResult() = default;
     ~ZORVA_UsbHc_DiagResult() override;
 
-    /// Builds one result and appends it to the table, whatever the table holds already. Asks the
-    /// server for the host system; its names are empty where the server knows none. Exceptions of
-    /// that call pass, and nothing is appended then.
+    /// Builds one result and appends it to the table, even if the table has one of the pair. Calls
+    /// the server to look up the host system, whose names are empty if it is unknown. If that call
+    /// throws anything but a CIMException, the exception propagates and nothing is appended.
     void buildTestResult(CIMOMHandle handle, String diagnosticName, String executionId) override;
 
-    /// Adds the properties that every result has, with their values before any run.
+    /// Adds the properties that all results have, with their values before a run.
     void buildDefaultResultProperties(CIMInstance& instance) override;
 
 private:
-    /// Part of the known layout of this class; the operations use the handle that they are given.
+    /// Unused, since the operations have a handle as argument; kept because the layout of this class
+    /// is fixed.
     [[maybe_unused]] CIMOMHandle cimom_;
 };
 

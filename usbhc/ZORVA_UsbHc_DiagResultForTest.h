@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The association of results with the tests that they came from.
+// The association of results with their tests.
 #pragma once
 
 #include "diag/ZORVA_AssociationBuilder.h"
@@ -8,13 +8,13 @@
 namespace Pegasus {
 
 /// Associates each result (role 1) with the tests (role 2) whose "Name" key equals its
-/// "DiagnosticName" key, ignoring case. Made afresh for each request, on one thread.
+/// "DiagnosticName" key, ignoring case. Made for each request and used by its thread only.
 class ZORVA_UsbHc_DiagResultForTest : public ZORVA_AssociationBuilder {
 public:
     /// An association without a name and without instances.
     ZORVA_UsbHc_DiagResultForTest() = default;
-    /// Arguments as of ZORVA_AssociationBuilder, and the results to associate. Asks the server for
-    /// the host system.
+    /// Arguments as for ZORVA_AssociationBuilder, and the results to associate. Calls the server to
+    /// look up the host system.
     ZORVA_UsbHc_DiagResultForTest(CIMOMHandle& handle, String associationClass,
                                   String role1Property, String role2Property,
                                   String role1ReferenceClass, String role2ReferenceClass,

@@ -18,8 +18,8 @@
 namespace Pegasus {
 namespace {
 
-// The value of "Characteristics" that marks a test which must run alone.
-constexpr Uint16 IS_EXCLUSIVE = 2;
+// The value of "Characteristics" for a test that must run alone.
+constexpr Uint16 exclusiveCharacteristic = 2;
 
 }  // namespace
 
@@ -65,8 +65,9 @@ Uint32 ZORVA_UsbHc_DiagRunTestMethod::verifyExclusivity() {
     ZORVA_UsbHc_DiagTest tests(handle_);
     ExclusivityFacts facts = {};
     facts.isInUse = tests.getDiagTestProperty(testName_, "IsInUse");
-    // Asked of a test in use alone: a name that is in no table must not end the request here.
-    facts.isExclusive = facts.isInUse && tests.getHasCharacteristic(testName_, IS_EXCLUSIVE);
+    // Only for a test in use: getHasCharacteristic() throws for an unknown test, which must run.
+    facts.isExclusive =
+        facts.isInUse && tests.getHasCharacteristic(testName_, exclusiveCharacteristic);
     facts.isExclusiveForElement = ZORVA_UsbHc_DiagTestForMSE().getIsExclusiveForMSE(testName_);
     return checkExclusivity(facts, mse_test_assoc, deviceId_, testName_);
 }
@@ -81,7 +82,7 @@ Uint32 ZORVA_UsbHc_DiagRunTestMethod::executeTest() {
     writeToResults("TestStartTime", start);
     writeToResults("TimeStamp", start);
 
-    // Settings that cannot be read end the run here; what they say does not matter yet.
+    // Only for its exceptions: settings that cannot be read end the run. Loops are not run yet.
     ZORVA_UsbHc_DiagLoopControls(testName_, deviceId_).getThisTestLoopControl();
     if (String::equalNoCase(testName_, deviceInformationTestName)) {
         UsbHc_GetUsbDeviceInformation(std::string());

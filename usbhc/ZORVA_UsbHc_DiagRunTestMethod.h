@@ -9,42 +9,43 @@
 
 namespace Pegasus {
 
-/// One call of RunTest: checks the element, keeps the result record, runs the device information
+/// One call of RunTest: checks the element, maintains the result record, runs the device information
 /// test. One object serves one call on one thread, and no two calls overlap.
 class ZORVA_UsbHc_DiagRunTestMethod : public ZORVA_DiagRunTestMethod {
 public:
-    /// Arguments as of ZORVA_DiagRunTestMethod.
+    /// Arguments as for ZORVA_DiagRunTestMethod.
     ZORVA_UsbHc_DiagRunTestMethod(CIMOMHandle& handle, String testName,
                                   Array<CIMParamValue> inParameters);
     ~ZORVA_UsbHc_DiagRunTestMethod() override;
 
-    // The record of this test and element in the result table, by the operations of
-    // ZORVA_DiagnosticResultBuilder of a like name. doResultsExist() replaces a record that is
-    // there by a fresh one.
+    // These act on the record of this test and element in the result table, as the operations of
+    // ZORVA_DiagnosticResultBuilder do. doResultsExist() replaces an existing record by a new one.
     Boolean doResultsExist() override;
     CIMValue retrieveResultProperty(String propertyName) override;
     CIMObjectPath retrieveResultReference() override;
     void writeToResults(String propertyName, CIMValue value) override;
     void writeTestResults(String line) override;
 
-    /// Fetches the instance of the in-parameter "SystemElement" and takes its "DeviceID": 0, or
-    /// 1044 if there is no such instance or it has no properties. Throws NoSuchProperty "DeviceID"
-    /// for an instance without one, TypeMismatchException for one that is no string.
+    /// Fetches the instance that the in-parameter "SystemElement" refers to, and takes its
+    /// "DeviceID". Returns 0, or 1044 if there is no such instance or it has no properties. Throws
+    /// NoSuchProperty "DeviceID" if the instance has none, TypeMismatchException if that is no
+    /// string.
     Uint32 verifyMSE() override;
 
-    /// Whether the test may run: 0, or 1034 while an exclusive test runs on the element. This
-    /// test records no use, so it may always run.
+    /// Returns 0 if the test may run, 1034 if an exclusive test is running on the element. Always 0
+    /// in practice, since this test does not record its use.
     Uint32 verifyExclusivity() override;
 
-    /// Marks the record in progress, runs the test of this name (no other than
-    /// "GetUsbDeviceInformation", ignoring case, does anything) once, whatever the loop settings
-    /// say, and stamps the times. Returns 0: a test that fails says so in its record.
+    /// Marks the record in progress, runs the test once, ignoring the loop settings, and records the
+    /// times. Tests other than "GetUsbDeviceInformation" (ignoring case) do nothing. Returns 0: a
+    /// failed test is recorded in its result. Throws what getThisTestLoopControl() throws; the
+    /// record then stays in progress.
     Uint32 executeTest() override;
 
-    /// The device information test: reads the kernel's USB device list, writes a block of lines
-    /// for every device into the report and marks the record passed, whatever the list holds.
+    /// The device information test: reads the kernel's USB device list, writes a block of lines for
+    /// each device to the report and marks the record passed, even if the list is empty or missing.
     ///
-    /// @param text only goes to the debug log
+    /// @param text only written to the debug log
     void UsbHc_GetUsbDeviceInformation(std::string text);
 
 private:

@@ -50,7 +50,7 @@ Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_UsbHc_DiagTest::buildTests() {
     addProperty(instance, "SystemName", CIMValue(system.name));
     addProperty(instance, "SystemCreationClassName", CIMValue(system.creationClassName));
     addProperty(instance, "CreationClassName", text(class_names::test));
-    // Clients know the test by this text, so it keeps its "Cdrom" and its trailing blank.
+    // Clients rely on this text, so it keeps its "Cdrom" and its trailing blank.
     addProperty(instance, "Description", text("ZORVA USB Cdrom Diagnostics "));
     addProperty(instance, "Caption", text("Usb SubSystem Information"));
     addProperty(instance, "Status", text("Unknown"));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The test that this provider offers.
+// The table of tests that this provider offers.
 #pragma once
 
 #include <Pegasus/Provider/CIMOMHandle.h>
@@ -8,25 +8,25 @@
 
 namespace Pegasus {
 
-/// The table of the one test, "GetUsbDeviceInformation". Made afresh for each request, on one
-/// thread.
+/// The table of tests, with the one test "GetUsbDeviceInformation". Made for each request and used
+/// by its thread only.
 class ZORVA_UsbHc_DiagTest : public ZORVA_DiagnosticTestBuilder {
 public:
-    /// Builds the table; asks the server for the host system.
+    /// Builds the table. Calls the server to look up the host system.
     explicit ZORVA_UsbHc_DiagTest(CIMOMHandle cimom);
     ~ZORVA_UsbHc_DiagTest() override;
 
-    /// The table of tests: one entry, with empty system names where the server knows no system.
+    /// A table of one entry. Its system names are empty if the server knows no computer system.
     Array<Pair<CIMObjectPath, CIMInstance>> buildTests() override;
 
-    /// False, whatever is asked: this test does not record its use.
+    /// Always false: this test does not record its use.
     bool getDiagTestProperty(String testName, String propertyName);
 
     /// Does nothing: this test does not record its use.
     void setDiagTestProperty(String testName, String propertyName, bool value);
 
 private:
-    // What "IsInUse" and "Started" of the test show. Nothing sets them.
+    // The values of the test's "IsInUse" and "Started". Nothing sets them.
     static bool GetUsbDeviceInformation_IsInUse;
     static bool GetUsbDeviceInformation_Started;
 

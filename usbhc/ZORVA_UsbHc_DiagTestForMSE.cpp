@@ -9,7 +9,7 @@
 namespace Pegasus {
 namespace {
 
-// The name that callers ask under; the test itself is called otherwise.
+// Not the name of the test, which is "GetUsbDeviceInformation", but the one that these look-ups use.
 bool isKnownTest(const String& testName) {
     return String::equalNoCase(testName, "UsbHc_GetUsbDeviceInformation");
 }
@@ -40,7 +40,7 @@ Array<CIMObjectPath> ZORVA_UsbHc_DiagTestForMSE::getRole2References() {
 Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_UsbHc_DiagTestForMSE::getTestForMSEAssociations(
     Array<CIMObjectPath> tests, Array<CIMObjectPath> elements) {
     InstanceTable table = ZORVA_AssociationBuilder::getAssociations(tests, elements);
-    // The tests are the inner loop of the pairs: the first test comes round once per element.
+    // The tests are the inner loop of the pairs, so the first test has every tests.size()-th entry.
     for (Uint32 i = 0; i < table.size(); i += tests.size()) {
         CIMInstance& instance = table[i].second;
         addProperty(instance, "EstimatedTimeOfPerforming", CIMValue(estimatedTimeOfPerforming_));

@@ -8,7 +8,7 @@
 namespace Pegasus {
 namespace {
 
-constexpr char LIST[] =
+constexpr char deviceList[] =
     "T:  Bus=01 Lev=00 Prnt=00 Port=00 Cnt=00 Dev#=  1 Spd=12  MxCh= 2\n"
     "S:  Product=USB OHCI Root Hub\n"
     "E:  Ad=81(I) Atr=03(Int.) MxPS=   8 Ivl=255ms\n";
@@ -16,17 +16,17 @@ constexpr char LIST[] =
 class InvokeMethod : public ProviderTest {
 protected:
     InvokeMethod() {
-        PrivateDeviceList::show(LIST);
+        PrivateDeviceList::show(deviceList);
         testing::internal::CaptureStdout();
     }
     ~InvokeMethod() override { testing::internal::GetCapturedStdout(); }
 
     std::string state(const char* deviceId) {
-        return text(table_.getResultProperty(TEST_NAME, deviceId, "TestState"));
+        return text(table_.getResultProperty(usbTestName, deviceId, "TestState"));
     }
 
     void setState(const char* deviceId, Uint16 state) {
-        table_.setResultProperty(TEST_NAME, deviceId, "TestState", CIMValue(state));
+        table_.setResultProperty(usbTestName, deviceId, "TestState", CIMValue(state));
     }
 };
 
@@ -34,7 +34,7 @@ const Texts withValue = {"processing", "deliver", "complete"};
 const Texts withoutValue = {"processing", "complete"};
 const Texts neverCompleted = {"processing"};
 
-// The rows of bad elements: what a client can send in place of a reference.
+// What a client can send in place of a reference.
 const CIMValue noReferences[] = {CIMValue(String("usb1")), CIMValue(Uint32(7)),
                                  CIMValue(Array<CIMObjectPath>()), CIMValue(Array<String>())};
 
@@ -85,7 +85,7 @@ TEST_F(InvokeMethod, PathWithoutANameKeyNamesTheEmptyTest) {
 TEST_F(InvokeMethod, RunTestReturnsItsCodeAndTheResult) {
     EXPECT_EQ(client_.invoke("RunTest", elementParameter("usb1")), "uint32 0");
     EXPECT_EQ(client_.outParameters(),
-              Texts{"Result=reference root/kavex:" + resultPathText(TEST_NAME, "usb1")});
+              Texts{"Result=reference root/kavex:" + resultPathText(usbTestName, "usb1")});
     EXPECT_EQ(folder_.take().substr(0, 21), "\n\n\nIn Invoke Method\n ");
 }
 
@@ -126,7 +126,7 @@ TEST_F(InvokeMethod, ClearResultsRemovesTheResultsOfTestAndElement) {
     EXPECT_EQ(client_.invoke("clearresults", elementParameter("usb1")), "uint32 0");
     EXPECT_EQ(client_.handlerCalls(), withValue);
     EXPECT_EQ(client_.outParameters(), Texts());
-    EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagResult"), Texts{resultPathText(TEST_NAME, "usb2")});
+    EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagResult"), Texts{resultPathText(usbTestName, "usb2")});
 }
 
 TEST_F(InvokeMethod, ClearResultsReportsATestInProgress) {
@@ -153,10 +153,10 @@ TEST_F(InvokeMethod, ClearResultsWithANullElementClearsTheEmptyDevice) {
     EXPECT_EQ(client_.invoke("ClearResults",
                              parameter("SystemElement", CIMValue(CIMTYPE_REFERENCE, false))),
               "uint32 0");
-    EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagResult"), Texts{resultPathText(TEST_NAME, "usb1")});
+    EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagResult"), Texts{resultPathText(usbTestName, "usb1")});
 }
 
-TEST_F(InvokeMethod, ClearResultsActsOnTheKeyAloneAndAsksNobody) {
+TEST_F(InvokeMethod, ClearResultsUsesOnlyTheKeyAndMakesNoCallsToTheServer) {
     addResult("usb9");  // an element that the server does not know
     EXPECT_EQ(client_.invoke("ClearResults", elementParameter("usb9")), "uint32 0");
     addResult("usb8");
@@ -180,20 +180,20 @@ TEST_F(InvokeMethod, DiscontinueTestMarksTheRecordAndDeliversNoValue) {
     EXPECT_EQ(folder_.take(), "\n\n\nIn Invoke Method\n      In invokeMethod DiscontinueTest\n");
 }
 
-TEST_F(InvokeMethod, DiscontinueTestWritesItsStateWhateverTheOldOne) {
+TEST_F(InvokeMethod, DiscontinueTestChangesAPassedRecordToo) {
     addResult("usb1");
     setState("usb1", 2);
     client_.invoke("DiscontinueTest", elementParameter("usb1"));
     EXPECT_EQ(state("usb1"), "uint16 7");
 }
 
-TEST_F(InvokeMethod, DiscontinueTestWithoutARecordStillSaysThatTestingStopped) {
+TEST_F(InvokeMethod, DiscontinueTestWithoutARecordReturnsTestingStopped) {
     EXPECT_EQ(client_.invoke("DiscontinueTest", elementParameter("usb1")), "");
     EXPECT_EQ(client_.handlerCalls(), withoutValue);
     EXPECT_EQ(client_.outParameters(), Texts{"TestingStopped=boolean TRUE"});
 }
 
-TEST_F(InvokeMethod, TablesOwnOperationStillThrowsForAnAbsentRecord) {
+TEST_F(InvokeMethod, OperationOfTheTableThrowsForAnAbsentRecord) {
     EXPECT_EQ(thrownBy<IndexOutOfBoundsException>([&] { setState("usb1", 7); }),
               "index out of bounds");
 }
@@ -211,7 +211,7 @@ TEST_F(InvokeMethod, DiscontinueTestWithoutAReferenceIsATypeMismatch) {
               "type mismatch");
 }
 
-TEST_F(InvokeMethod, DiscontinueTestWithANullElementIsAsIfTheRecordWereAbsent) {
+TEST_F(InvokeMethod, DiscontinueTestWithANullElementChangesNoRecord) {
     addResult("usb1");
     addResult("");
     EXPECT_EQ(client_.invoke("DiscontinueTest",
@@ -222,7 +222,7 @@ TEST_F(InvokeMethod, DiscontinueTestWithANullElementIsAsIfTheRecordWereAbsent) {
     EXPECT_EQ(state(""), "uint16 0");
 }
 
-TEST_F(InvokeMethod, DiscontinueTestActsOnTheFirstDeviceIdAloneAndAsksNobody) {
+TEST_F(InvokeMethod, DiscontinueTestUsesOnlyTheFirstDeviceIdAndMakesNoCallsToTheServer) {
     addResult("a");
     addResult("b");
     client_.invoke(
@@ -233,7 +233,7 @@ TEST_F(InvokeMethod, DiscontinueTestActsOnTheFirstDeviceIdAloneAndAsksNobody) {
     EXPECT_TRUE(server_->calls().empty());
 }
 
-TEST_F(InvokeMethod, TestIsNotStoppedByDiscontinueTest) {
+TEST_F(InvokeMethod, TestRunsAgainAfterDiscontinueTest) {
     client_.invoke("RunTest", elementParameter("usb1"));
     client_.invoke("DiscontinueTest", elementParameter("usb1"));
     EXPECT_EQ(client_.invoke("RunTest", elementParameter("usb1")), "uint32 0");

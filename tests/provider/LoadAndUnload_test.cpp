@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The library is loaded and unloaded as often as a server likes.
+// The library can be loaded and unloaded any number of times.
 #include <fstream>
 #include <iterator>
 
@@ -14,9 +14,9 @@ bool isMapped() {
     return all.find("libZORVA_UsbHc_DiagProvider") != std::string::npos;
 }
 
-TEST(LoadAndUnload, AThousandTimesWithARunInBetween) {
+TEST(LoadAndUnload, WorksAThousandTimesWithARunEach) {
     LogFolder folder;
-    PrivateDeviceList::show(HUB_LIST);
+    PrivateDeviceList::show(hubList);
     const auto server = std::make_shared<TestServer>();
     server->addHost();
     server->addElement("usb1");
@@ -38,9 +38,9 @@ TEST(LoadAndUnload, AThousandTimesWithARunInBetween) {
     testing::internal::GetCapturedStdout();
 }
 
-TEST(LoadAndUnload, WhatWasHandedOutOutlivesTheLibrary) {
+TEST(LoadAndUnload, ReturnedInstancesOutliveTheLibrary) {
     LogFolder folder;
-    PrivateDeviceList::show(HUB_LIST);
+    PrivateDeviceList::show(hubList);
     const auto server = std::make_shared<TestServer>();
     server->addHost();
     server->addElement("usb1");
@@ -58,7 +58,7 @@ TEST(LoadAndUnload, WhatWasHandedOutOutlivesTheLibrary) {
     ASSERT_FALSE(isMapped());
     ASSERT_EQ(results.size(), 1U);
     EXPECT_EQ(propertyText(results[0], "TestState"), "uint16 2");
-    EXPECT_EQ(text(results[0].getPath()), resultPathText(TEST_NAME, "usb1"));
+    EXPECT_EQ(text(results[0].getPath()), resultPathText(usbTestName, "usb1"));
     results.clear();
 }
 

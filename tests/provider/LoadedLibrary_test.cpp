@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The whole road of the library as it is installed, from loading it to unloading it.
+// The installed library, from loading it to unloading it.
 #include <Pegasus/Provider/ProviderExceptions.h>
 
 #include "tests/provider/LoadedProvider.h"
@@ -15,10 +15,10 @@ protected:
     }
 };
 
-TEST_F(LoadedLibraryTest, WholeRoadOfARun) {
-    PrivateDeviceList::show(HUB_LIST);
+TEST_F(LoadedLibraryTest, ServesAClientFromFindingTheTestToClearingItsResult) {
+    PrivateDeviceList::show(hubList);
 
-    // The client looks for tests,
+    // The client enumerates the tests,
     ASSERT_EQ(client_.names("ZORVA_UsbHc_DiagTest"), Texts{testPathText()});
     const CIMObjectPath test = onlyPath("ZORVA_UsbHc_DiagTest");
 
@@ -30,10 +30,10 @@ TEST_F(LoadedLibraryTest, WholeRoadOfARun) {
     Array<CIMParamValue> parameters = elementParameter("usb1");
     parameters.append(CIMParamValue("Setting", CIMValue(settingPath)));
     EXPECT_EQ(client_.invokeOn(test, "RunTest", parameters), "uint32 0");
-    const std::string resultText = resultPathText(TEST_NAME, "usb1");
+    const std::string resultText = resultPathText(usbTestName, "usb1");
     EXPECT_EQ(client_.outParameters(), Texts{"Result=reference root/kavex:" + resultText});
 
-    // fetches the result by the reference that it got,
+    // fetches the result by the reference that RunTest returned,
     const CIMInstance result =
         client_.get(CIMObjectPath(String(("root/kavex:" + resultText).c_str())));
     EXPECT_EQ(propertyText(result, "TestState"), "uint16 2");
@@ -77,7 +77,7 @@ TEST_F(LoadedLibraryTest, WholeRoadOfARun) {
     EXPECT_TRUE(client_.names("ZORVA_UsbHc_DiagResultForTest").empty());
 }
 
-TEST_F(LoadedLibraryTest, RefusalsReachTheServerWithTheirStatusAndText) {
+TEST_F(LoadedLibraryTest, ExceptionsReachTheServerWithTheirTypeAndText) {
     EXPECT_EQ(thrownBy<NotSupported>([&] { client_.create(); }),
               "ZORVA_UsbHc_DiagProvider::createInstance");
     EXPECT_EQ(thrownBy<NotSupported>([&] { client_.modify(); }),
@@ -104,14 +104,14 @@ TEST_F(LoadedLibraryTest, UnknownProviderNameIsNull) {
     EXPECT_EQ(library_.create("another"), nullptr);
 }
 
-TEST_F(LoadedLibraryTest, TerminatedProviderGoesOnServing) {
+TEST_F(LoadedLibraryTest, TerminatedProviderCanBeCalled) {
     client_.invoke("RunTest", elementParameter("usb1"));
     client_.provider().terminate();
     EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagResult").size(), 1U);
     EXPECT_EQ(client_.invoke("RunTest", elementParameter("usb2")), "uint32 0");
 }
 
-TEST_F(LoadedLibraryTest, BadParametersLeaveTheNextRequestAlone) {
+TEST_F(LoadedLibraryTest, BadParametersDoNotAffectTheNextRequest) {
     client_.invoke("RunTest", elementParameter("usb1"));
     const auto everythingWorks = [&](const std::string& after) {
         EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagResult").size(), 1U) << after;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What tests of the library as it is installed start from.
+// The fixture of tests of the installed library.
 #pragma once
 
 #include <memory>
@@ -17,8 +17,8 @@
 
 namespace Pegasus {
 
-/// The library, loaded for this test, with a provider that was initialized with a server of two
-/// elements, "usb1" and "usb2". What the library prints is caught.
+/// The library, loaded for this test, with a provider that is initialized with a server of two
+/// elements, "usb1" and "usb2". Standard output is captured.
 class LoadedProvider : public testing::Test {
 protected:
     LoadedProvider() {
@@ -39,7 +39,7 @@ protected:
 };
 
 /// A list of one hub.
-constexpr char HUB_LIST[] =
+constexpr char hubList[] =
     "T:  Bus=01 Lev=00 Prnt=00 Port=00 Cnt=00 Dev#=  1 Spd=12  MxCh= 2\n"
     "B:  Alloc=  0/900 us ( 0%), #Int=  0, #Iso=  0\n"
     "D:  Ver= 1.10 Cls=09(hub  ) Sub=00 Prot=00 MxPS= 8 #Cfgs=  1\n"

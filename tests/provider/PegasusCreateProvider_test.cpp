@@ -31,7 +31,7 @@ TEST(PegasusCreateProviderTest, AnyOtherNameIsNull) {
     }
 }
 
-TEST(PegasusCreateProviderTest, EachCallYieldsAnObjectOfItsOwn) {
+TEST(PegasusCreateProviderTest, EachCallReturnsANewObject) {
     LogFolder folder;
     const Created first(PegasusCreateProvider("ZORVA_UsbHc_DiagProvider"));
     const Created second(PegasusCreateProvider("ZORVA_UsbHc_DiagProvider"));
@@ -56,7 +56,7 @@ TEST(PegasusCreateProviderTest, CreationIsLogged) {
     EXPECT_EQ(folder.take(), "");
 }
 
-TEST(PegasusCreateProviderTest, RefusalIsLogged) {
+TEST(PegasusCreateProviderTest, CallWithAnotherNameIsLogged) {
     LogFolder folder;
     PegasusCreateProvider("another");
     EXPECT_EQ(folder.take(), "   Creating Provider \n");

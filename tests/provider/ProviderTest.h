@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What tests of the provider object start from.
+// The fixture of tests of the provider object.
 #pragma once
 
 #include "provider/PegasusCreateProvider.h"
@@ -19,8 +19,8 @@ protected:
         folder_.take();
     }
 
-    /// Puts a result into the table as a run does.
-    void addResult(const char* deviceId, const char* testName = TEST_NAME) {
+    /// Adds a result to the table as a run does.
+    void addResult(const char* deviceId, const char* testName = usbTestName) {
         ZORVA_UsbHc_DiagResult().buildTestResult(handle_, testName, deviceId);
         folder_.take();
         server_->forgetCalls();

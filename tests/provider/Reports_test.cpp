@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The report of every device list at hand, against a second program that works it out on its own.
+// Compares the reports of all available device lists with those of an independent program.
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -17,7 +17,7 @@ std::string contentOf(const fs::path& file) {
     return std::string(std::istreambuf_iterator<char>(stream), {});
 }
 
-// The lines that the second program expects of a list.
+// The report that the independent program computes for a list.
 Texts expectedReport(const fs::path& list) {
     const std::string command =
         std::string(ZORVA_EXPECTED_REPORT) + " results '" + list.string() + "'";
@@ -38,7 +38,7 @@ Texts expectedReport(const fs::path& list) {
 
 class Reports : public LoadedProvider {
 protected:
-    // Compares the report of every list in the folder; the number of lists.
+    // Compares the report of every list in the folder. Returns the number of lists.
     int compareAll(const fs::path& folder) {
         int lists = 0;
         for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
@@ -62,11 +62,11 @@ private:
     }
 };
 
-TEST_F(Reports, OfTheSamples) {
+TEST_F(Reports, AreAsExpectedForTheSamples) {
     EXPECT_GT(compareAll(ZORVA_SAMPLES), 0);
 }
 
-TEST_F(Reports, OfRecordedLists) {
+TEST_F(Reports, AreAsExpectedForRecordedLists) {
     if (!fs::is_directory(ZORVA_CAPTURES)) {
         GTEST_SKIP() << "no recorded device lists at " << ZORVA_CAPTURES;
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The library when the server fails: at each call back in turn, with exceptions of every kind.
+// The library if a call back into the server throws: each of the calls, any kind of exception.
 #include <stdexcept>
 
 #include "tests/provider/LoadedProvider.h"
@@ -29,7 +29,7 @@ protected:
         return all;
     }
 
-    // Runs with element and setting; "threw" where an exception came out.
+    // Runs with element and setting. Returns "threw" if an exception left the library.
     std::string run() {
         Array<CIMParamValue> parameters = elementParameter("usb1");
         parameters.append(CIMParamValue("Setting", CIMValue(elementPath("usb2"))));
@@ -58,12 +58,13 @@ protected:
 TEST_F(ServerFailures, RunCallsTheServerEightTimes) {
     server_->forgetCalls();
     EXPECT_EQ(run(), "uint32 0");
-    // The element; the host for the record; the setting; the host for two tables of tests.
+    // The element; two for the host of the record; the setting; two for the host of each of the two
+    // tables of tests.
     EXPECT_EQ(server_->calls().size(), 8U);
 }
 
 TEST_F(ServerFailures, EveryFailureOfARunLeavesOneRecordAndTheNextRunPasses) {
-    PrivateDeviceList::show(HUB_LIST);
+    PrivateDeviceList::show(hubList);
     for (const auto& failure : failures) {
         for (std::size_t failing = 1; failing <= 8; ++failing) {
             failAt(failing, failure.second);
@@ -82,7 +83,7 @@ TEST_F(ServerFailures, EveryFailureOfARunLeavesOneRecordAndTheNextRunPasses) {
     }
 }
 
-TEST_F(ServerFailures, RecordStaysAsItWasWhereTheFailureComesBeforeTheNewOne) {
+TEST_F(ServerFailures, FailureBeforeTheNewRecordLeavesTheOldOneUnchanged) {
     for (const auto& failure : failures) {
         for (const std::size_t failing : {1U, 2U, 3U}) {
             ASSERT_EQ(run(), "uint32 0");
@@ -90,7 +91,7 @@ TEST_F(ServerFailures, RecordStaysAsItWasWhereTheFailureComesBeforeTheNewOne) {
             failAt(failing, failure.second);
             const std::string outcome = run();
             server_->beforeCall = nullptr;
-            // A look-up of the host that is refused with a CIMException is no failure.
+            // A CIMException is no failure of the look-up of the host.
             if (failing > 1 && std::string(failure.first) == "CIMException") {
                 EXPECT_EQ(outcome, "uint32 0");
                 EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagResult").size(), 1U);
@@ -110,7 +111,7 @@ TEST_F(ServerFailures, ElementThatCannotBeFetchedIs1044ForExceptionsOfTheObjectM
     }
 }
 
-TEST_F(ServerFailures, SettingThatCannotBeFetchedIsNoneForExceptionsOfTheObjectModel) {
+TEST_F(ServerFailures, SettingThatCannotBeFetchedIsIgnoredForExceptionsOfTheObjectModel) {
     failAt(4, failures[0].second);
     EXPECT_EQ(run(), "uint32 0");
     failAt(4, failures[1].second);
@@ -119,7 +120,7 @@ TEST_F(ServerFailures, SettingThatCannotBeFetchedIsNoneForExceptionsOfTheObjectM
     EXPECT_EQ(run(), "threw");
 }
 
-TEST_F(ServerFailures, EveryFailureOfAReadLeavesTheTablesAsTheyWere) {
+TEST_F(ServerFailures, FailureOfAReadLeavesTheTablesUnchanged) {
     ASSERT_EQ(run(), "uint32 0");
     const Texts before = results();
     for (const char* className :
@@ -141,7 +142,7 @@ TEST_F(ServerFailures, EveryFailureOfAReadLeavesTheTablesAsTheyWere) {
     }
 }
 
-TEST_F(ServerFailures, MethodsThatAskNobodyNeedNoServer) {
+TEST_F(ServerFailures, MethodsWithoutCallsToTheServerWorkWithoutIt) {
     run();
     server_->beforeCall = [](std::size_t) { throw std::runtime_error("broken"); };
     EXPECT_EQ(client_.invoke("DiscontinueTest", elementParameter("usb1")), "");

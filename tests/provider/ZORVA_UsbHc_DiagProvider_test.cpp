@@ -19,7 +19,7 @@ const char* const associationClasses[] = {
 
 // --- life cycle
 
-TEST_F(ZorvaUsbHcDiagProvider, ClassNamesAreWhatTheyWere) {
+TEST_F(ZorvaUsbHcDiagProvider, ClassNamesAreThoseThatClientsKnow) {
     using Provider = ZORVA_UsbHc_DiagProvider;
     EXPECT_EQ(text(Provider::DIAG_TEST), "ZORVA_UsbHc_DiagTest");
     EXPECT_EQ(text(Provider::DIAG_RESULT), "ZORVA_UsbHc_DiagResult");
@@ -30,13 +30,13 @@ TEST_F(ZorvaUsbHcDiagProvider, ClassNamesAreWhatTheyWere) {
     EXPECT_EQ(text(Provider::DIAG_TEST_SOFTWARE), "ZORVA_UsbHc_TestSoftware");
 }
 
-TEST_F(ZorvaUsbHcDiagProvider, InitializeIsLoggedAndRefusesToBeUnloaded) {
+TEST_F(ZorvaUsbHcDiagProvider, InitializeIsLoggedAndDisallowsUnloading) {
     client_.provider().initialize(handle_);
     EXPECT_EQ(folder_.take(), "\n\n\ninit ZORVA_UsbHc_DiagProvider\n\n");
     EXPECT_EQ(server_->unloadsRefused(), 2);
 }
 
-TEST_F(ZorvaUsbHcDiagProvider, InitializeReportsNoFailureOfTheServer) {
+TEST_F(ZorvaUsbHcDiagProvider, InitializeIgnoresFailuresOfTheServer) {
     server_->beforeCall = [](std::size_t) { throw CIMException(CIM_ERR_NOT_SUPPORTED, "no"); };
     client_.provider().initialize(handle_);
     server_->beforeCall = [](std::size_t) { throw std::runtime_error("broken"); };
@@ -45,15 +45,15 @@ TEST_F(ZorvaUsbHcDiagProvider, InitializeReportsNoFailureOfTheServer) {
     EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagTest"), Texts{testPathText()});
 }
 
-TEST_F(ZorvaUsbHcDiagProvider, TerminateOnlyLogsAndTheProviderGoesOnServing) {
+TEST_F(ZorvaUsbHcDiagProvider, TerminateOnlyLogsAndTheProviderCanBeCalled) {
     addResult("usb1");
     client_.provider().terminate();
     EXPECT_EQ(folder_.take(), "In terminate provider call\n");
-    EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagResult"), Texts{resultPathText(TEST_NAME, "usb1")});
+    EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagResult"), Texts{resultPathText(usbTestName, "usb1")});
     EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagTest"), Texts{testPathText()});
 }
 
-TEST_F(ZorvaUsbHcDiagProvider, ProviderThatWasNeverInitializedKnowsNoHost) {
+TEST_F(ZorvaUsbHcDiagProvider, WithoutInitializeTheSystemNameIsEmpty) {
     Client fresh(PegasusCreateProvider("ZORVA_UsbHc_DiagProvider"));
     ASSERT_EQ(fresh.instances("ZORVA_UsbHc_DiagTest").size(), 1U);
     EXPECT_EQ(propertyText(fresh.instances("ZORVA_UsbHc_DiagTest")[0], "SystemName"), "string ");
@@ -62,7 +62,7 @@ TEST_F(ZorvaUsbHcDiagProvider, ProviderThatWasNeverInitializedKnowsNoHost) {
 TEST_F(ZorvaUsbHcDiagProvider, AllProvidersShareTheResults) {
     addResult("usb1");
     Client other(PegasusCreateProvider("ZORVA_UsbHc_DiagProvider"));
-    EXPECT_EQ(other.names("ZORVA_UsbHc_DiagResult"), Texts{resultPathText(TEST_NAME, "usb1")});
+    EXPECT_EQ(other.names("ZORVA_UsbHc_DiagResult"), Texts{resultPathText(usbTestName, "usb1")});
 }
 
 // --- getInstance
@@ -82,7 +82,7 @@ TEST_F(ZorvaUsbHcDiagProvider, GetOfTheTestLogsThePathAndNoClassLine) {
 
 TEST_F(ZorvaUsbHcDiagProvider, GetOfAResultLogsItsClass) {
     addResult("usb1");
-    const std::string requested = resultPathText(TEST_NAME, "usb1");
+    const std::string requested = resultPathText(usbTestName, "usb1");
     const CIMInstance result = client_.get(path(requested));
     EXPECT_EQ(propertyText(result, "ExecutionID"), "string usb1");
     EXPECT_EQ(folder_.take(), "\nIn getInstance IF call\n    for ref: " + requested +
@@ -90,7 +90,7 @@ TEST_F(ZorvaUsbHcDiagProvider, GetOfAResultLogsItsClass) {
                                   "before bad reference \nreturn instance \n");
 }
 
-TEST_F(ZorvaUsbHcDiagProvider, GetOfAnAssociationLogsItsClassAsTheConstantSpellsIt) {
+TEST_F(ZorvaUsbHcDiagProvider, GetOfAnAssociationLogsItsClassInTheCaseOfTheConstant) {
     addResult("usb1");
     for (const std::string className : associationClasses) {
         const Texts names = client_.names(className);
@@ -119,8 +119,9 @@ TEST_F(ZorvaUsbHcDiagProvider, UnknownTestIsABadReferenceBetweenProcessingAndCom
 }
 
 TEST_F(ZorvaUsbHcDiagProvider, UnknownResultIsABadReference) {
-    EXPECT_EQ(thrownBy<BadReference>([&] { client_.get(path(resultPathText(TEST_NAME, "usb1"))); }),
-              "bad reference: ZORVA_DiagnosticResultbuilder - Invalid Reference");
+    EXPECT_EQ(
+        thrownBy<BadReference>([&] { client_.get(path(resultPathText(usbTestName, "usb1"))); }),
+        "bad reference: ZORVA_DiagnosticResultbuilder - Invalid Reference");
     EXPECT_EQ(client_.handlerCalls(), Texts{"processing"});
 }
 
@@ -157,7 +158,7 @@ TEST_F(ZorvaUsbHcDiagProvider, UnknownClassIsAnEmptySuccessOfEveryReadOperation)
     EXPECT_TRUE(server_->calls().empty());
 }
 
-TEST_F(ZorvaUsbHcDiagProvider, GetOfAnUnknownClassLogsThePathAlone) {
+TEST_F(ZorvaUsbHcDiagProvider, GetOfAnUnknownClassLogsOnlyThePath) {
     client_.get(path("Other.k=\"v\""));
     EXPECT_EQ(folder_.take(), "\nIn getInstance IF call\n    for ref: Other.k=\"v\"\n");
 }
@@ -197,7 +198,7 @@ TEST_F(ZorvaUsbHcDiagProvider, EnumerationsAreLogged) {
     EXPECT_EQ(folder_.take(), "In enumerateInstances IF call\n" + testTableLog());
 }
 
-TEST_F(ZorvaUsbHcDiagProvider, EveryInstanceCarriesThePathUnderWhichItIsNamed) {
+TEST_F(ZorvaUsbHcDiagProvider, EveryInstanceHasThePathUnderWhichItIsEnumerated) {
     addResult("usb1");
     for (const std::string className :
          {"ZORVA_UsbHc_DiagTest", "ZORVA_UsbHc_DiagResult", "ZORVA_UsbHc_DiagResultForMSE",
@@ -216,7 +217,7 @@ TEST_F(ZorvaUsbHcDiagProvider, EveryInstanceCarriesThePathUnderWhichItIsNamed) {
 
 TEST_F(ZorvaUsbHcDiagProvider, AssociationsNameTheirRoles) {
     addResult("usb1");
-    const std::string result = "reference " + resultPathText(TEST_NAME, "usb1");
+    const std::string result = "reference " + resultPathText(usbTestName, "usb1");
     const std::string test = "reference " + testPathText();
     const std::string element = "reference root/kavex:ZORVA_UsbHc.DeviceID=\"usb1\"";
     const std::string software =
@@ -249,7 +250,7 @@ TEST_F(ZorvaUsbHcDiagProvider, ReferencesOfAssociationsAreDeclaredWithTheirClass
               (Texts{"ZORVA_UsbHc_TestSoftware", "ZORVA_UsbHc_DiagTest"}));
 }
 
-TEST_F(ZorvaUsbHcDiagProvider, TablesAreRebuiltForEveryRequest) {
+TEST_F(ZorvaUsbHcDiagProvider, TablesAreBuiltForEachRequest) {
     client_.names("ZORVA_UsbHc_DiagTest");
     client_.names("ZORVA_UsbHc_DiagTest");
     EXPECT_EQ(server_->calls().size(), 4U);
@@ -257,7 +258,7 @@ TEST_F(ZorvaUsbHcDiagProvider, TablesAreRebuiltForEveryRequest) {
     EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagTestForMSE").size(), 3U);
 }
 
-TEST_F(ZorvaUsbHcDiagProvider, ExceptionsOfTheServerPassBetweenProcessingAndComplete) {
+TEST_F(ZorvaUsbHcDiagProvider, ExceptionsOfTheServerPropagateBetweenProcessingAndComplete) {
     server_->beforeCall = [](std::size_t) { throw CIMException(CIM_ERR_INVALID_CLASS, "no"); };
     EXPECT_EQ(thrownBy<CIMException>([&] { client_.names("ZORVA_UsbHc_DiagResultForMSE"); }), "no");
     EXPECT_EQ(client_.handlerCalls(), Texts{"processing"});
@@ -297,12 +298,12 @@ TEST_F(ZorvaUsbHcDiagProvider, NotSupportedIsStatus7) {
     }
 }
 
-// --- hand-outs
+// --- returned instances
 
-TEST_F(ZorvaUsbHcDiagProvider, WhatAClientDoesToWhatItWasHandedReachesNoTable) {
+TEST_F(ZorvaUsbHcDiagProvider, ChangesOfReturnedInstancesDoNotReachTheTables) {
     addResult("usb1");
     const Texts before = propertiesOf(client_.instances("ZORVA_UsbHc_DiagResult")[0]);
-    const CIMObjectPath requested = path(resultPathText(TEST_NAME, "usb1"));
+    const CIMObjectPath requested = path(resultPathText(usbTestName, "usb1"));
     for (CIMInstance instance :
          {client_.instances("ZORVA_UsbHc_DiagResult")[0], client_.get(requested)}) {
         instance.getProperty(2).setValue(CIMValue(String("changed")));
@@ -315,9 +316,9 @@ TEST_F(ZorvaUsbHcDiagProvider, WhatAClientDoesToWhatItWasHandedReachesNoTable) {
         }
     }
     EXPECT_EQ(propertiesOf(client_.instances("ZORVA_UsbHc_DiagResult")[0]), before);
-    EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagResult"), Texts{resultPathText(TEST_NAME, "usb1")});
+    EXPECT_EQ(client_.names("ZORVA_UsbHc_DiagResult"), Texts{resultPathText(usbTestName, "usb1")});
     EXPECT_EQ(text(client_.instances("ZORVA_UsbHc_DiagResult")[0].getPath()),
-              resultPathText(TEST_NAME, "usb1"));
+              resultPathText(usbTestName, "usb1"));
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ CIMInstanceProvider& instancesOf(CIMBaseProvider& provider) {
 
 Client::Client(CIMBaseProvider* provider) : provider_(provider) {}
 
-// Keeps the calls of the handler when the request throws, too.
+// Keeps the handler calls even if the request throws.
 template <class Request>
 void Client::send(std::vector<std::string>& calls, Request request) {
     handlerCalls_.clear();

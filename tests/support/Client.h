@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A provider object as a test uses it.
+// Sends requests to a provider object.
+// One thread.
 #pragma once
 
 #include <memory>
@@ -12,8 +13,8 @@
 #include "tests/support/ObjectModelText.h"
 #include "tests/support/RecordingHandler.h"
 
-/// Sends requests to a provider object, which it owns, through its interfaces alone. Exceptions of
-/// the provider pass.
+/// Sends requests to a provider object, which it owns, through the provider interfaces only.
+/// Exceptions of the provider propagate.
 class Client {
 public:
     explicit Client(Pegasus::CIMBaseProvider* provider);
@@ -24,7 +25,8 @@ public:
     std::vector<std::string> names(const std::string& className);
     Pegasus::CIMInstance get(const Pegasus::CIMObjectPath& path);
 
-    /// Invokes a method of the test of that name; the value's text, empty if none was delivered.
+    /// Invokes a method of the test of that name. Returns the value as text, empty if none was
+    /// delivered.
     std::string invoke(const std::string& method,
                        const Pegasus::Array<Pegasus::CIMParamValue>& parameters,
                        const std::string& testName = "GetUsbDeviceInformation");
@@ -35,8 +37,8 @@ public:
     void modify();
     void remove();
 
-    /// What the last request's handler was called with, and the out-parameters "name=value" of the
-    /// last method, with " (untyped)" behind those that are not marked as typed.
+    /// The handler calls of the last request, and the out-parameters of the last method as
+    /// "name=value", followed by " (untyped)" if they are not marked as typed.
     const std::vector<std::string>& handlerCalls() const { return handlerCalls_; }
     const std::vector<std::string>& outParameters() const { return outParameters_; }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Texts that tests of the provider library expect again and again.
+// Names and paths that many tests of the provider library expect.
 #pragma once
 
 #include <string>
@@ -9,9 +9,10 @@ namespace Pegasus {
 
 using Texts = std::vector<std::string>;
 
-constexpr char TEST_NAME[] = "GetUsbDeviceInformation";
+/// The name of the provider's test.
+constexpr char usbTestName[] = "GetUsbDeviceInformation";
 
-/// The path texts of the test and of a result on the host of the test server.
+/// The paths, as text, of the test and of a result on the host of TestServer.
 inline std::string testPathText() {
     return "ZORVA_UsbHc_DiagTest.CreationClassName=\"ZORVA_UsbHc_DiagTest\","
            "Name=\"GetUsbDeviceInformation\","

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What tests of the provider library's classes start from.
+// The fixture of tests of the provider library's classes.
 #pragma once
 
 #include <memory>
@@ -17,12 +17,12 @@
 
 namespace Pegasus {
 
-/// A server that has a host and no elements, an empty result table, and a log of its own.
+/// A server with a host and no elements, an empty result table, and an empty log.
 class LibraryTest : public testing::Test {
 protected:
     LibraryTest() { server_->addHost(); }
 
-    /// Everything that one look-up of the host system and one test table log.
+    /// The log of making one test table, which looks up the host system.
     static std::string testTableLog() {
         return "   In ZORVA_UsbHc_DiagTest constructor\n"
                "      In ZORVA_UsbHc_DiagTest::buildTests\n"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The provider library as a server loads it.
+// Loads the provider library as a server does.
 #pragma once
 
 #include <dlfcn.h>
@@ -11,8 +11,9 @@
 
 #include "contract/Names.h"
 
-/// The library at the path, loaded as OpenPegasus does (its symbols global), unloaded with the
-/// object. Provider objects, and exceptions that they threw, must be gone by then.
+/// Loads the library at the path as OpenPegasus does (its symbols global) and unloads it when
+/// destroyed. Provider objects, and exceptions that they threw, must be destroyed before. Throws
+/// std::runtime_error if the library or its factory cannot be loaded.
 class LoadedLibrary {
 public:
     explicit LoadedLibrary(const char* path) : library_(dlopen(path, RTLD_NOW | RTLD_GLOBAL)) {

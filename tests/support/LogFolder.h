@@ -5,8 +5,8 @@
 
 #include <string>
 
-/// A folder of its own as the working directory, where the debug log is written, for as long as the
-/// object lives.
+/// Makes a temporary folder the working directory, where the debug log is written, while the object
+/// exists.
 class LogFolder {
 public:
     LogFolder();
@@ -14,7 +14,7 @@ public:
     LogFolder(const LogFolder&) = delete;
     LogFolder& operator=(const LogFolder&) = delete;
 
-    /// What was logged since the object was made, or since the last call; empty if nothing was.
+    /// Returns what was logged since the object was made or since the last call, and removes it.
     std::string take();
 
     const std::string& path() const { return path_; }

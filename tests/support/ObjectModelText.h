@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Objects of the object model as text, for comparisons and for what failing tests print.
+// Converts objects of the object model to text, for comparisons and messages of failed tests.
 #pragma once
 
 #include <ostream>
@@ -24,14 +24,14 @@ inline std::string text(const Pegasus::CIMObjectPath& path) {
     return text(path.toString());
 }
 
-/// Type and content, "uint16[] 2 5 8 " for an array, "string null" for a null.
+/// Type and value: "uint16[] 2 5 8 " for an array, "string null" for a null.
 inline std::string text(const Pegasus::CIMValue& value) {
     return std::string(Pegasus::cimTypeToString(value.getType())) +
            (value.isArray() ? "[] " : " ") +
            (value.isNull() ? std::string("null") : text(value.toString()));
 }
 
-/// "Name: type content" of every property, in order.
+/// "Name: type value" of every property, in order.
 inline std::vector<std::string> propertiesOf(const Pegasus::CIMInstance& instance) {
     std::vector<std::string> texts;
     for (Pegasus::Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
@@ -41,7 +41,7 @@ inline std::vector<std::string> propertiesOf(const Pegasus::CIMInstance& instanc
     return texts;
 }
 
-/// The value of one property; a failed test's text where the instance has none.
+/// Type and value of one property, or "no property " and the name.
 inline std::string propertyText(const Pegasus::CIMInstance& instance, const char* name) {
     const Pegasus::Uint32 position = instance.findProperty(Pegasus::CIMName(name));
     return position == PEG_NOT_FOUND ? std::string("no property ") + name

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// In-parameters of the methods under test.
+// Makes in-parameters of the methods under test.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 #include "contract/Names.h"
 
-/// The path of the managed element of that device ID, as a client sends it.
+/// The path of the managed element with that device ID, as a client sends it.
 inline Pegasus::CIMObjectPath elementPath(const std::string& deviceId) {
     using namespace Pegasus;
     Array<CIMKeyBinding> keys;
@@ -18,7 +18,7 @@ inline Pegasus::CIMObjectPath elementPath(const std::string& deviceId) {
                          CIMName(contract::classes::managedElement), keys);
 }
 
-/// One parameter.
+/// An array of one parameter.
 inline Pegasus::Array<Pegasus::CIMParamValue> parameter(const char* name,
                                                         const Pegasus::CIMValue& value) {
     Pegasus::Array<Pegasus::CIMParamValue> parameters;
@@ -26,7 +26,7 @@ inline Pegasus::Array<Pegasus::CIMParamValue> parameter(const char* name,
     return parameters;
 }
 
-/// "SystemElement" alone: the managed element of that device ID.
+/// An array of "SystemElement", the managed element with that device ID.
 inline Pegasus::Array<Pegasus::CIMParamValue> elementParameter(const std::string& deviceId) {
     return parameter(contract::parameters::systemElement, Pegasus::CIMValue(elementPath(deviceId)));
 }

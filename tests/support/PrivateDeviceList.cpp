@@ -35,7 +35,7 @@ std::string folderOfList() {
     return path.substr(0, path.rfind('/'));
 }
 
-/// Root reads what it likes by these two capabilities; they are taken away and given back.
+/// Two capabilities let root read any file; this drops or restores them.
 void setMayReadEverything(bool may) {
     __user_cap_header_struct header = {_LINUX_CAPABILITY_VERSION_3, 0};
     __user_cap_data_struct sets[2] = {};
@@ -71,11 +71,11 @@ void PrivateDeviceList::enterOrExit() {
         std::cout << "skipped: no private view of the device list: " << error.what() << std::endl;
         std::exit(skipped);
     }
-    unlink(name.c_str());  // the view keeps it
+    unlink(name.c_str());  // the mount keeps the file
 }
 
 void PrivateDeviceList::show(std::string_view content) {
-    // Cut last: a file that shrinks to nothing each time costs far more.
+    // Truncated after writing: to empty the file first costs far more.
     const ssize_t written = pwrite(listFile, content.data(), content.size(), 0);
     expect(written == static_cast<ssize_t>(content.size()), "pwrite");
     expect(ftruncate(listFile, written) == 0, "ftruncate");

@@ -1,23 +1,22 @@
 // SPDX-License-Identifier: MIT
-// The device list that a test program reads at the real path; no seam in the code under test.
+// Shows device lists to a test program at their real path, so that the code under test needs no seam.
 // One thread.
 #pragma once
 
 #include <string_view>
 
-/// The USB device list as this test program alone sees it at the path that the code under test
-/// opens.
+/// The USB device list that only this test program sees, at the path that the code under test opens.
 ///
-/// Programs added with zorva_add_device_list_test bring a main() that enters the private view before
-/// any test runs.
+/// Programs added with zorva_add_device_list_test have a main() that enters the private view before
+/// the tests run. A failed system call throws std::runtime_error.
 class PrivateDeviceList {
 public:
-    /// Enters the private view, once and before everything else. Where the machine allows none, says so
-    /// and ends the program with status 77, which ctest shows as "Skipped".
+    /// Enters the private view; called once, before anything else. If the machine does not allow it,
+    /// prints why and exits with status 77, which ctest shows as "Skipped".
     static void enterOrExit();
     /// Makes `content` the list. Cheap: rewrites one file in place.
     static void show(std::string_view content);
-    /// Takes the right to read the list away for as long as the object lives, from root, too.
+    /// While the object exists, nobody, not even root, may read the list.
     class Unreadable {
     public:
         Unreadable();
@@ -25,7 +24,7 @@ public:
         Unreadable(const Unreadable&) = delete;
         Unreadable& operator=(const Unreadable&) = delete;
     };
-    /// As long as the object lives, there is nothing at the path.
+    /// While the object exists, there is nothing at the path.
     class Missing {
     public:
         Missing();
@@ -33,7 +32,7 @@ public:
         Missing(const Missing&) = delete;
         Missing& operator=(const Missing&) = delete;
     };
-    /// As long as the object lives, there is a folder at the path.
+    /// While the object exists, there is a folder at the path.
     class Folder {
     public:
         Folder();
@@ -41,7 +40,7 @@ public:
         Folder(const Folder&) = delete;
         Folder& operator=(const Folder&) = delete;
     };
-    /// As long as the object lives, there is a pipe at the path that holds `content` and never ends.
+    /// While the object exists, there is a pipe at the path that holds `content` and never ends.
     class Pipe {
     public:
         explicit Pipe(std::string_view content);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A socket to a server on this machine, for tests that send exactly the bytes they want.
+// A connection to a server on this machine, for tests that send arbitrary bytes.
+// One thread per connection.
 #pragma once
 
 #include <chrono>
@@ -7,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-/// Connected from construction to destruction. Waits at most ten seconds for anything, then throws
-/// std::runtime_error.
+/// Connected from construction to destruction. Throws std::runtime_error if it cannot connect, or if
+/// the server neither sends nor closes for ten seconds.
 class RawConnection {
 public:
     explicit RawConnection(std::uint16_t port);
@@ -16,19 +17,19 @@ public:
     RawConnection(const RawConnection&) = delete;
     RawConnection& operator=(const RawConnection&) = delete;
 
-    /// Sends all bytes; returns false where the server has closed the connection.
+    /// Sends all bytes. Returns false if the server has closed the connection.
     bool send(std::string_view bytes);
 
-    /// Says that no more will be sent.
+    /// Closes the sending half of the connection.
     void finishSending();
 
-    /// Everything until the server closes. A reset counts as closing.
+    /// Reads until the server closes. A reset counts as closing.
     std::string readAll();
 
-    /// One response by its Content-Length, which must be there; interim ones are a response too.
+    /// Reads one response by its Content-Length, taken as 0 if missing. Interim responses count.
     std::string readResponse();
 
-    /// Whether the server closes within the time given, without sending anything.
+    /// Whether the server closes within the given time, without sending anything.
     bool closesWithin(std::chrono::milliseconds time);
 
 private:
@@ -38,11 +39,11 @@ private:
     std::string received_;
 };
 
-/// The status code of a response.
+/// The status code of a response, 0 if it has none.
 int statusOf(std::string_view response);
 
 /// The value of a field of a response, "" if it has none.
 std::string fieldOf(std::string_view response, std::string_view name);
 
-/// What stands behind the header of a response.
+/// The body of a response, "" if its header does not end.
 std::string bodyOf(std::string_view response);

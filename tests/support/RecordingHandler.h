@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A response handler that remembers what a provider did with it.
+// A response handler that records how a provider calls it.
+// One thread.
 #pragma once
 
 #include <string>
@@ -8,7 +9,7 @@
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Provider/ResponseHandler.h>
 
-/// Remembers the calls in order, "deliver N" for an array of N objects, and all objects.
+/// Records the calls in order, "deliver N" for an array of N objects, and all objects.
 template <class Object>
 class RecordingHandler : public Pegasus::ResponseHandler<Object> {
 public:

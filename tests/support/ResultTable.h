@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The result table of the process, as tests need it: readable, and empty at the start of each.
+// Gives tests access to the result table of the process.
+// One thread.
 #pragma once
 
 #include "diag/ZORVA_DiagnosticResultBuilder.h"
 
-/// Empties the table when made and when destroyed.
+/// Empties the table when constructed and when destroyed.
 class ResultTable : public Pegasus::ZORVA_DiagnosticResultBuilder {
 public:
     ResultTable() { clear(); }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A CIM server of a few lines, as far as the provider library calls back into one.
+// A minimal CIM server with the operations that the provider library calls back.
 // One thread.
 #pragma once
 
@@ -11,7 +11,7 @@
 #include <Pegasus/Provider/CIMOMConnection.h>
 #include <Pegasus/Provider/CIMOMHandle.h>
 
-/// Answers the calls of a provider from maps, writes them down, and throws at the one it is told to.
+/// Answers the calls of a provider from maps and records them. `beforeCall` can make calls throw.
 class TestServer : public Pegasus::CIMOMConnection {
 public:
     /// One call of the provider: "enumerateInstanceNames NAMESPACE CLASS" or
@@ -24,25 +24,26 @@ public:
         bool allProperties = true;
     };
 
-    /// Adds an instance, which is enumerated under exactly this path and found by its class and
-    /// keys.
+    /// Adds an instance. It is enumerated with exactly this path and found by class and keys.
     void add(const Pegasus::CIMObjectPath& path, const Pegasus::CIMInstance& instance);
 
-    /// Adds an instance of a class with one string property, which is its key as well.
+    /// Adds an instance of a class with one string property, which is also its key.
     void add(const char* className, const char* key, const char* value);
 
-    /// Adds what the library expects of a server: the computer system "host1" and the software
-    /// "usbhc-diagnostics".
+    /// Adds the instances that the library expects on every server: the computer system "host1" and
+    /// the software "usbhc-diagnostics".
     void addHost();
 
-    /// Adds the managed element of that device ID.
+    /// Adds the managed element with that device ID.
     void addElement(const char* deviceId);
 
     const std::vector<Call>& calls() const { return calls_; }
     void forgetCalls() { calls_.clear(); }
+    /// How often disallowProviderUnload() was called.
     int unloadsRefused() const { return unloadsRefused_; }
 
-    /// Called with the number of each call, from 1 on, before it is answered; it may throw.
+    /// Called before each call is answered, with the number of the call, from 1, or 0 for
+    /// disallowProviderUnload(). May throw.
     std::function<void(std::size_t)> beforeCall;
 
     Pegasus::Array<Pegasus::CIMObjectPath> enumerateInstanceNames(

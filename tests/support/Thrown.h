@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a call threw, with its message.
+// Tells which exception a call throws.
 #pragma once
 
 #include <string>
@@ -9,8 +9,8 @@
 
 #include "tests/support/ObjectModelText.h"
 
-/// The message of the exception of exactly the type Thrown that `call` throws; a text that says what
-/// happened instead otherwise.
+/// The message of the exception that `call` throws if its type is exactly Thrown; otherwise a text
+/// that tells what happened. Exceptions outside the object model propagate.
 template <class Thrown, class Call>
 std::string thrownBy(Call call) {
     try {

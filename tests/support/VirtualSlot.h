@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Where a virtual operation stands in its class's table, for classes whose order others rely on.
+// Finds the position of a virtual function in the vtable, for classes whose order is fixed.
 #pragma once
 
 #include <cstddef>
 #include <cstring>
 
-/// The number of the operation's slot, from 0 on; a destructor takes two. By the Itanium C++ ABI of
-/// x86-64, where a pointer to a virtual member holds the offset in the table plus 1.
+/// The number of the function's slot, from 0; a destructor takes two. Relies on the Itanium C++ ABI
+/// of x86-64, where a pointer to a virtual member function holds the offset in the vtable plus 1.
 template <class Operation>
 std::size_t slotOf(Operation operation) {
     std::ptrdiff_t offset = 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// main() of test programs that read the device list at its real path.
+// The main() of test programs that read device lists at their real path.
 #include <gtest/gtest.h>
 
 #include "tests/support/PrivateDeviceList.h"

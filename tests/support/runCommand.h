@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Runs a command line as a user would type it, for tests of programs.
+// Runs a command line in a shell, for tests of programs.
 #pragma once
 
 #include <sys/wait.h>
@@ -11,10 +11,11 @@
 
 struct CommandOutcome {
     std::string output;
-    int status;  // 128 and the signal's number where one ended it
+    int status;  ///< the exit status, or 128 plus the number of the signal that ended it
 };
 
-/// Runs `line` in a shell, both outputs in one unless the line says otherwise.
+/// Runs `line` in a shell and waits for its end. Standard error is redirected to standard output
+/// unless the line redirects it. Throws std::runtime_error if no process can be made. Any thread.
 inline CommandOutcome runCommand(const std::string& line) {
     std::FILE* pipe = popen(("exec 2>&1; " + line).c_str(), "r");
     if (pipe == nullptr) {

@@ -35,19 +35,19 @@ UsbDevice withCodes(const char* classCode, const char* subClassCode, const char*
 
 Lines report(const UsbDevice& device) {
     Lines lines;
-    reportDevice(device, [&lines](const String& line) { lines.push_back(text(line)); });
+    forEachReportLine(device, [&lines](const String& line) { lines.push_back(text(line)); });
     return lines;
 }
 
-// The lines that name the codes: class, subclass and, if there is one, protocol.
+// The lines with names of codes: class, subclass and, if it has a name, protocol.
 Lines codesOf(const UsbDevice& device) {
     Lines lines = report(device);
     return Lines(lines.begin() + 8, lines.end() - 5);
 }
 
-constexpr char CLASS[] = "Interface Class               ";
-constexpr char SUBCLASS[] = "Interface Sub Class           ";
-constexpr char PROTOCOL[] = "Interface Protocol            ";
+constexpr char classLabel[] = "Interface Class               ";
+constexpr char subClassLabel[] = "Interface Sub Class           ";
+constexpr char protocolLabel[] = "Interface Protocol            ";
 
 TEST(DeviceInformation, BlockOfADeviceHasSixteenLinesInOrder) {
     EXPECT_EQ(
@@ -69,7 +69,7 @@ TEST(DeviceInformation, LabelsAreAllPaddedTo30Characters) {
     }
 }
 
-TEST(DeviceInformation, EmptyValueIsTheLabelAlonePaddedTo30Characters) {
+TEST(DeviceInformation, LineWithAnEmptyValueIsThePaddedLabel) {
     EXPECT_EQ(report(mouse())[1], "Serial Number " + std::string(16, ' '));
 }
 
@@ -83,18 +83,18 @@ TEST(DeviceInformation, ProtocolWithoutANameIsLeftOut) {
 }
 
 TEST(DeviceInformation, ClassAndSubclassWithoutANameAreEmpty) {
-    EXPECT_EQ(codesOf(withCodes("ff", "77", "77")), (Lines{CLASS, SUBCLASS}));
+    EXPECT_EQ(codesOf(withCodes("ff", "77", "77")), (Lines{classLabel, subClassLabel}));
 }
 
 TEST(DeviceInformation, CodesOfTenAndAboveAreReadAsDecimalDigits) {
     EXPECT_EQ(codesOf(withCodes("08", "06 ", "50 ")),
-              (Lines{std::string(CLASS) + "Mass Storage", std::string(SUBCLASS) + "SCSI",
-                     std::string(PROTOCOL) + "Bulk-Only Transport"}));
+              (Lines{std::string(classLabel) + "Mass Storage", std::string(subClassLabel) + "SCSI",
+                     std::string(protocolLabel) + "Bulk-Only Transport"}));
 }
 
 TEST(DeviceInformation, ProtocolNameInWindows1252BecomesText) {
     EXPECT_EQ(codesOf(withCodes("02", "02 ", "01 ")).back(),
-              std::string(PROTOCOL) +
+              std::string(protocolLabel) +
                   "Common AT commands (also known as \u201CHayes\u2122 compatible\u201D)");
 }
 
@@ -105,27 +105,27 @@ TEST(DeviceInformation, NamesThatAreNotUtf8BecomeText) {
 }
 
 TEST(DeviceInformation, WithoutAClassCodeClassAndSubclassAreEmptyAndTheProtocolIsLeftOut) {
-    EXPECT_EQ(codesOf(withCodes("", "01 ", "02 ")), (Lines{CLASS, SUBCLASS}));
+    EXPECT_EQ(codesOf(withCodes("", "01 ", "02 ")), (Lines{classLabel, subClassLabel}));
 }
 
-TEST(DeviceInformation, WithoutASubclassCodeTheSubclassAloneIsEmpty) {
+TEST(DeviceInformation, WithoutASubclassCodeOnlyTheSubclassIsEmpty) {
     EXPECT_EQ(codesOf(withCodes("03", "", "02 ")),
-              (Lines{std::string(CLASS) + "Human Interface Device", SUBCLASS,
-                     std::string(PROTOCOL) + "Mouse"}));
+              (Lines{std::string(classLabel) + "Human Interface Device", subClassLabel,
+                     std::string(protocolLabel) + "Mouse"}));
 }
 
-TEST(DeviceInformation, WithoutAProtocolCodeThatLineAloneIsLeftOut) {
+TEST(DeviceInformation, WithoutAProtocolCodeOnlyThatLineIsLeftOut) {
     EXPECT_EQ(codesOf(withCodes("03", "01 ", "")),
-              (Lines{std::string(CLASS) + "Human Interface Device",
-                     std::string(SUBCLASS) + "Boot Interface"}));
+              (Lines{std::string(classLabel) + "Human Interface Device",
+                     std::string(subClassLabel) + "Boot Interface"}));
 }
 
-TEST(DeviceInformation, WithoutAnyCodeNothingFails) {
-    EXPECT_EQ(codesOf(UsbDevice()), (Lines{CLASS, SUBCLASS}));
+TEST(DeviceInformation, WithoutCodesClassAndSubclassAreEmpty) {
+    EXPECT_EQ(codesOf(UsbDevice()), (Lines{classLabel, subClassLabel}));
 }
 
-TEST(DeviceInformation, ExceptionsOfTheWriterPass) {
-    EXPECT_THROW(reportDevice(mouse(), [](const String&) { throw std::runtime_error("no"); }),
+TEST(DeviceInformation, ExceptionsOfTheCallbackPropagate) {
+    EXPECT_THROW(forEachReportLine(mouse(), [](const String&) { throw std::runtime_error("no"); }),
                  std::runtime_error);
 }
 

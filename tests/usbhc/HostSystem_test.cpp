@@ -46,7 +46,7 @@ TEST(HostSystem, LaterPropertyOfANameCounts) {
               "b");
 }
 
-TEST(HostSystem, NullIsPassedOver) {
+TEST(HostSystem, NullIsIgnored) {
     EXPECT_EQ(text(hostSystemOf(properties({{"Name", CIMValue(CIMTYPE_STRING, false)}})).name), "");
 }
 

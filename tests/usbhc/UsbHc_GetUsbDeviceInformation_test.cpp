@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The device information test, on lists at the path that it really reads.
+// The device information test, with lists at the real path.
 #include "tests/support/LibraryTest.h"
 #include "tests/support/PrivateDeviceList.h"
 #include "usbhc/ZORVA_UsbHc_DiagRunTestMethod.h"
@@ -39,7 +39,7 @@ protected:
 
     std::string state() { return text(run_.retrieveResultProperty("TestState")); }
 
-    ZORVA_UsbHc_DiagRunTestMethod run_{handle_, TEST_NAME, elementParameter("usb1")};
+    ZORVA_UsbHc_DiagRunTestMethod run_{handle_, usbTestName, elementParameter("usb1")};
     std::string output_;
 };
 
@@ -64,13 +64,13 @@ TEST_F(DeviceInformationTest, UnreadableListAddsNoLinesAndPasses) {
     EXPECT_EQ(state(), "uint16 2");
 }
 
-TEST_F(DeviceInformationTest, FolderInTheListsPlaceAddsNoLinesAndPasses) {
+TEST_F(DeviceInformationTest, FolderInPlaceOfTheListAddsNoLinesAndPasses) {
     const PrivateDeviceList::Folder folder;
     EXPECT_EQ(report(), Texts());
     EXPECT_EQ(state(), "uint16 2");
 }
 
-TEST_F(DeviceInformationTest, BlocksStandInTheOrderOfTheListEachClosedByTenBlanks) {
+TEST_F(DeviceInformationTest, BlocksAreInTheOrderOfTheListAndEndWithTenBlanks) {
     const Texts all = report(block("05") + block("04") + block("06"));
     ASSERT_EQ(all.size(), 48U);
     EXPECT_EQ(all[11], "Port on Device                05 ");
@@ -84,16 +84,16 @@ TEST_F(DeviceInformationTest, BlocksStandInTheOrderOfTheListEachClosedByTenBlank
 
 TEST_F(DeviceInformationTest, DeviceWithoutANamedProtocolHasFifteenLines) {
     EXPECT_EQ(report(block("00", "99")).size(), 15U);
-    EXPECT_EQ(report(block("00", "01")).size(), 15U + 16U);  // behind those of the first run
+    EXPECT_EQ(report(block("00", "01")).size(), 15U + 16U);  // appended to those of the first run
 }
 
-TEST_F(DeviceInformationTest, DeviceWithNothingButItsTopologyIsReported) {
+TEST_F(DeviceInformationTest, DeviceWithOnlyItsTopologyIsReported) {
     const Texts all = report("T:  x\nE:\n");
     EXPECT_EQ(all.size(), 15U);
     EXPECT_EQ(state(), "uint16 2");
 }
 
-TEST_F(DeviceInformationTest, NamesInWindows1252Utf8AndNeitherBecomeText) {
+TEST_F(DeviceInformationTest, NamesInAnyEncodingBecomeText) {
     const Texts all = report(
         "T:  Bus=01\n"
         "S:  Manufacturer=Ger\xC3\xA4te \xAE\n"
@@ -120,7 +120,7 @@ TEST_F(DeviceInformationTest, EveryByteInANamePasses) {
     }
 }
 
-TEST_F(DeviceInformationTest, CallIsLoggedWithItsArgumentInBetween) {
+TEST_F(DeviceInformationTest, CallIsLoggedWithItsArgument) {
     PrivateDeviceList::show("");
     testing::internal::CaptureStdout();
     run_.UsbHc_GetUsbDeviceInformation("arg\xAE");
@@ -131,7 +131,7 @@ TEST_F(DeviceInformationTest, CallIsLoggedWithItsArgumentInBetween) {
               "DeviceID is: arg\xC2\xAE\n");
 }
 
-TEST_F(DeviceInformationTest, ResultThatIsGoneEndsTheTest) {
+TEST_F(DeviceInformationTest, MissingResultEndsTheTest) {
     ResultTable::clear();
     PrivateDeviceList::show(block("01"));
     testing::internal::CaptureStdout();

@@ -56,7 +56,7 @@ TEST(Bundle, HasFiveStatusesAndNoneForFourOrZero) {
                   Bundle::getStatus);
 }
 
-TEST(Bundle, NamesClassesOneToNineOnly) {
+TEST(Bundle, NamesOnlyClassesOneToNine) {
     expectExactly({{1, "Audio"},
                    {2, "Communications"},
                    {3, "Human Interface Device"},
@@ -146,7 +146,7 @@ TEST(Bundle, OneProtocolNameIsWindows1252) {
                         " compatible" + '\x94' + ")");
 }
 
-TEST(Bundle, InsertsTheCodeBehindTheFirstDigitOfTheClass) {
+TEST(Bundle, InsertsTheCodeAfterTheFirstDigitOfTheClass) {
     EXPECT_EQ(Bundle::getSubClass(12, 3), nullptr);                   // key 132
     EXPECT_STREQ(Bundle::getSubClass(34, 25), "Reserved");            // key 3254
     EXPECT_STREQ(Bundle::getSubClass(80, 0), "None");                 // key 800

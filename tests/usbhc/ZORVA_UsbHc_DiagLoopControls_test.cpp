@@ -12,19 +12,19 @@ namespace {
 class ZorvaUsbHcDiagLoopControls : public LibraryTest {
 protected:
     ZorvaUsbHcDiagLoopControls() {
-        results_.buildTestResult(handle_, TEST_NAME, "usb1");
-        results_.buildTestResult(handle_, TEST_NAME, "usb2");
+        results_.buildTestResult(handle_, usbTestName, "usb1");
+        results_.buildTestResult(handle_, usbTestName, "usb2");
     }
 
     void set(const char* name, const CIMValue& value) {
-        results_.setResultProperty(TEST_NAME, "usb1", name, value);
+        results_.setResultProperty(usbTestName, "usb1", name, value);
     }
 
     ZORVA_UsbHc_DiagResult results_;
-    ZORVA_UsbHc_DiagLoopControls controls_{TEST_NAME, "usb1"};
+    ZORVA_UsbHc_DiagLoopControls controls_{usbTestName, "usb1"};
 };
 
-TEST_F(ZorvaUsbHcDiagLoopControls, FreshRecordAsksForNoLoop) {
+TEST_F(ZorvaUsbHcDiagLoopControls, NewRecordRequestsNoLoop) {
     EXPECT_EQ(controls_.getThisTestLoopControl(), 56U);
 }
 
@@ -38,10 +38,10 @@ TEST_F(ZorvaUsbHcDiagLoopControls, SettingsAreReadFromTheRecordOfItsTestAndEleme
     set("LoopControl", CIMValue(control));
     set("LoopControlParameter", CIMValue(parameter));
     EXPECT_EQ(controls_.getThisTestLoopControl(), 51U);
-    EXPECT_EQ(ZORVA_UsbHc_DiagLoopControls(TEST_NAME, "usb2").getThisTestLoopControl(), 56U);
+    EXPECT_EQ(ZORVA_UsbHc_DiagLoopControls(usbTestName, "usb2").getThisTestLoopControl(), 56U);
 }
 
-TEST_F(ZorvaUsbHcDiagLoopControls, LoopsfailedFindsWhatLoopsFailedCounts) {
+TEST_F(ZorvaUsbHcDiagLoopControls, LoopsfailedIsThePropertyLoopsFailed) {
     Array<Uint16> control;
     control.append(3);
     Array<String> parameter;
@@ -55,7 +55,7 @@ TEST_F(ZorvaUsbHcDiagLoopControls, LoopsfailedFindsWhatLoopsFailedCounts) {
     EXPECT_TRUE(controls_.continueLoopingCheck(3));
     EXPECT_EQ(text(controls_.retrieveResultProperty("LoopsFailed")), "uint32 1");
     EXPECT_EQ(text(controls_.retrieveResultProperty("LoopsPassed")), "uint32 1");
-    EXPECT_EQ(text(results_.getResultProperty(TEST_NAME, "usb2", "LoopsFailed")), "uint32 0");
+    EXPECT_EQ(text(results_.getResultProperty(usbTestName, "usb2", "LoopsFailed")), "uint32 0");
 }
 
 TEST_F(ZorvaUsbHcDiagLoopControls, DiscontinuedTestStopsAContinuousLoop) {
@@ -64,7 +64,7 @@ TEST_F(ZorvaUsbHcDiagLoopControls, DiscontinuedTestStopsAContinuousLoop) {
     EXPECT_TRUE(controls_.continueLoopingCheck(2));
 }
 
-TEST_F(ZorvaUsbHcDiagLoopControls, WritesKeepTheRulesOfTheTable) {
+TEST_F(ZorvaUsbHcDiagLoopControls, AccessFollowsTheRulesOfTheTable) {
     EXPECT_EQ(thrownBy<NotImplemented>(
                   [&] { controls_.writeToResults("IsPackage", CIMValue(Boolean(true))); }),
               "not implemented: ZORVA_DiagnosticResult property not writable");
@@ -73,7 +73,7 @@ TEST_F(ZorvaUsbHcDiagLoopControls, WritesKeepTheRulesOfTheTable) {
 }
 
 TEST_F(ZorvaUsbHcDiagLoopControls, MissingRecordIsOutOfBounds) {
-    ZORVA_UsbHc_DiagLoopControls other(TEST_NAME, "usb9");
+    ZORVA_UsbHc_DiagLoopControls other(usbTestName, "usb9");
     EXPECT_EQ(thrownBy<IndexOutOfBoundsException>([&] { other.getThisTestLoopControl(); }),
               "index out of bounds");
 }

@@ -18,32 +18,32 @@ protected:
     ZORVA_UsbHc_DiagResult results_;
 };
 
-TEST_F(ZorvaUsbHcDiagResultForTest, WithoutResultsThereIsNone) {
+TEST_F(ZorvaUsbHcDiagResultForTest, WithoutResultsThereAreNoAssociations) {
     EXPECT_EQ(associations().enumAssocInstances().size(), 0U);
 }
 
-TEST_F(ZorvaUsbHcDiagResultForTest, ResultGoesWithTheTestOfItsName) {
-    results_.buildTestResult(handle_, TEST_NAME, "usb1");
+TEST_F(ZorvaUsbHcDiagResultForTest, ResultIsAssociatedWithTheTestOfItsName) {
+    results_.buildTestResult(handle_, usbTestName, "usb1");
     results_.buildTestResult(handle_, "another test", "usb1");
     const Array<CIMInstance> instances = associations().enumAssocInstances();
     ASSERT_EQ(instances.size(), 1U);
     EXPECT_EQ(propertiesOf(instances[0]),
               (Texts{"DiagnosticTest: reference " + testPathText(),
-                     "DiagnosticResult: reference " + resultPathText(TEST_NAME, "usb1")}));
+                     "DiagnosticResult: reference " + resultPathText(usbTestName, "usb1")}));
     EXPECT_EQ(text(instances[0].getPath().getClassName()), "ZORVA_UsbHc_DiagResultForTest");
 }
 
-TEST_F(ZorvaUsbHcDiagResultForTest, NameThatDiffersInCaseAloneGoesWithTheTest) {
+TEST_F(ZorvaUsbHcDiagResultForTest, NamesAreComparedIgnoringCase) {
     results_.buildTestResult(handle_, "getusbDEVICEinformation", "usb1");
     EXPECT_EQ(associations().enumAssocInstances().size(), 1U);
 }
 
-TEST_F(ZorvaUsbHcDiagResultForTest, ConstructorLogsAfterItHasTheReferences) {
+TEST_F(ZorvaUsbHcDiagResultForTest, ConstructorLogsAfterItHasFetchedTheReferences) {
     associations();
     EXPECT_EQ(folder_.take(), testTableLog() + "         In DiagResultForTest constructor \n");
 }
 
-TEST_F(ZorvaUsbHcDiagResultForTest, DefaultConstructedOneIsEmpty) {
+TEST_F(ZorvaUsbHcDiagResultForTest, DefaultConstructedAssociationIsEmpty) {
     ZORVA_UsbHc_DiagResultForTest empty;
     EXPECT_EQ(empty.enumAssocInstances().size(), 0U);
 }

@@ -15,9 +15,9 @@ protected:
 };
 
 TEST_F(ZorvaUsbHcDiagResult, PathHasFiveStringKeysAndNeitherHostNorNamespace) {
-    results_.buildTestResult(handle_, TEST_NAME, "usb1");
+    results_.buildTestResult(handle_, usbTestName, "usb1");
     const CIMObjectPath path = results_.enumResultReferences()[0];
-    EXPECT_EQ(text(path), resultPathText(TEST_NAME, "usb1"));
+    EXPECT_EQ(text(path), resultPathText(usbTestName, "usb1"));
     const Array<CIMKeyBinding> keys = path.getKeyBindings();
     ASSERT_EQ(keys.size(), 5U);
     for (Uint32 i = 0; i < keys.size(); ++i) {
@@ -25,11 +25,11 @@ TEST_F(ZorvaUsbHcDiagResult, PathHasFiveStringKeysAndNeitherHostNorNamespace) {
     }
 }
 
-TEST_F(ZorvaUsbHcDiagResult, IdentityComesBeforeTheDefaultProperties) {
-    results_.buildTestResult(handle_, TEST_NAME, "usb1");
+TEST_F(ZorvaUsbHcDiagResult, IdentifyingPropertiesComeBeforeTheDefaultProperties) {
+    results_.buildTestResult(handle_, usbTestName, "usb1");
     const CIMInstance instance = results_.enumResultInstances()[0];
     EXPECT_EQ(text(instance.getClassName()), "ZORVA_UsbHc_DiagResult");
-    EXPECT_EQ(text(instance.getPath()), resultPathText(TEST_NAME, "usb1"));
+    EXPECT_EQ(text(instance.getPath()), resultPathText(usbTestName, "usb1"));
     EXPECT_EQ(propertiesOf(instance),
               (Texts{"DiagnosticName: string GetUsbDeviceInformation",
                      "DiagnosticCreationClassName: string ZORVA_UsbHc_DiagTest",
@@ -61,7 +61,7 @@ TEST_F(ZorvaUsbHcDiagResult, IdentityComesBeforeTheDefaultProperties) {
 }
 
 TEST_F(ZorvaUsbHcDiagResult, ConstructionIsLogged) {
-    results_.buildTestResult(handle_, TEST_NAME, "usb1");
+    results_.buildTestResult(handle_, usbTestName, "usb1");
     EXPECT_EQ(folder_.take(),
               "      In ZORVA_UsbHc_DiagResult::buildTestResult\n"
               "      btr point 1 \n"
@@ -69,8 +69,8 @@ TEST_F(ZorvaUsbHcDiagResult, ConstructionIsLogged) {
               "      btr point 3 \n");
 }
 
-TEST_F(ZorvaUsbHcDiagResult, WithoutSystemPropertiesItsNamesAreEmptyInPropertyAndKey) {
-    results_.buildTestResult(CIMOMHandle(std::make_shared<TestServer>()), TEST_NAME, "usb1");
+TEST_F(ZorvaUsbHcDiagResult, WithoutAComputerSystemTheSystemNamesAreEmpty) {
+    results_.buildTestResult(CIMOMHandle(std::make_shared<TestServer>()), usbTestName, "usb1");
     const CIMInstance instance = results_.enumResultInstances()[0];
     EXPECT_EQ(propertyText(instance, "DiagSystemName"), "string ");
     EXPECT_EQ(propertyText(instance, "DiagSystemCreationClassName"), "string ");
@@ -80,33 +80,34 @@ TEST_F(ZorvaUsbHcDiagResult, WithoutSystemPropertiesItsNamesAreEmptyInPropertyAn
               "DiagSystemName=\"\",ExecutionID=\"usb1\"");
 }
 
-TEST_F(ZorvaUsbHcDiagResult, SystemPropertyNamedInAnotherCaseIsTaken) {
+TEST_F(ZorvaUsbHcDiagResult, NamesOfSystemPropertiesIgnoreCase) {
     const auto server = std::make_shared<TestServer>();
     CIMInstance system("QUIRVO_ComputerSystem");
     system.addProperty(CIMProperty(CIMName("name"), CIMValue(String("host2"))));
     server->add(CIMObjectPath(String("QUIRVO_ComputerSystem.Name=\"host2\"")), system);
-    results_.buildTestResult(CIMOMHandle(server), TEST_NAME, "usb1");
+    results_.buildTestResult(CIMOMHandle(server), usbTestName, "usb1");
     EXPECT_EQ(propertyText(results_.enumResultInstances()[0], "DiagSystemName"), "string host2");
 }
 
 TEST_F(ZorvaUsbHcDiagResult, BuildingTwiceAppendsTwoEntriesAndLookupsFindTheFirst) {
-    results_.buildTestResult(handle_, TEST_NAME, "usb1");
-    results_.buildTestResult(handle_, TEST_NAME, "usb1");
+    results_.buildTestResult(handle_, usbTestName, "usb1");
+    results_.buildTestResult(handle_, usbTestName, "usb1");
     EXPECT_EQ(results_.enumResultReferences().size(), 2U);
-    EXPECT_EQ(results_.getRefInstIndex(TEST_NAME, "usb1"), 0U);
+    EXPECT_EQ(results_.getRefInstIndex(usbTestName, "usb1"), 0U);
 }
 
 TEST_F(ZorvaUsbHcDiagResult, FailureOfTheServerAppendsNothing) {
     server_->beforeCall = [](std::size_t) { throw std::runtime_error("broken"); };
-    EXPECT_THROW(results_.buildTestResult(handle_, TEST_NAME, "usb1"), std::runtime_error);
+    EXPECT_THROW(results_.buildTestResult(handle_, usbTestName, "usb1"), std::runtime_error);
     EXPECT_EQ(results_.enumResultReferences().size(), 0U);
 }
 
-TEST_F(ZorvaUsbHcDiagResult, ReplacementKeepsTheOldResultWhereTheServerFails) {
-    results_.buildTestResult(handle_, TEST_NAME, "usb1");
-    results_.setResultProperty(TEST_NAME, "usb1", "TestState", CIMValue(Uint16(2)));
+TEST_F(ZorvaUsbHcDiagResult, ReplacementKeepsTheOldResultIfTheServerFails) {
+    results_.buildTestResult(handle_, usbTestName, "usb1");
+    results_.setResultProperty(usbTestName, "usb1", "TestState", CIMValue(Uint16(2)));
     server_->beforeCall = [](std::size_t) { throw std::runtime_error("broken"); };
-    EXPECT_THROW(results_.checkForTestResult(handle_, TEST_NAME, "usb1", true), std::runtime_error);
+    EXPECT_THROW(results_.checkForTestResult(handle_, usbTestName, "usb1", true),
+                 std::runtime_error);
     ASSERT_EQ(results_.enumResultInstances().size(), 1U);
     EXPECT_EQ(propertyText(results_.enumResultInstances()[0], "TestState"), "uint16 2");
 }

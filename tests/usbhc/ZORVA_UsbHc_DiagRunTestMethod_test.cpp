@@ -12,13 +12,13 @@
 namespace Pegasus {
 namespace {
 
-constexpr char LIST[] =
+constexpr char deviceList[] =
     "T:  Bus=01 Lev=00 Prnt=00 Port=00 Cnt=00 Dev#=  1 Spd=12  MxCh= 2\n"
     "S:  Product=USB OHCI Root Hub\n"
     "I:  If#= 0 Alt= 0 #EPs= 1 Cls=09(hub  ) Sub=00 Prot=00 Driver=hub\n"
     "E:  Ad=81(I) Atr=03(Int.) MxPS=   8 Ivl=255ms\n";
 
-// Reaches the table of exclusive runs.
+// Gives access to the table of exclusive runs.
 class TestRun : public ZORVA_UsbHc_DiagRunTestMethod {
 public:
     using ZORVA_UsbHc_DiagRunTestMethod::ZORVA_UsbHc_DiagRunTestMethod;
@@ -32,7 +32,7 @@ protected:
         server_->addElement("usb1");
         server_->addElement("usb2");
         TestRun::exclusiveRuns().clear();
-        PrivateDeviceList::show(LIST);
+        PrivateDeviceList::show(deviceList);
         testing::internal::CaptureStdout();
     }
     ~ZorvaUsbHcDiagRunTestMethod() override {
@@ -40,15 +40,15 @@ protected:
         TestRun::exclusiveRuns().clear();
     }
 
-    TestRun run(const char* testName = TEST_NAME, const char* deviceId = "usb1") {
+    TestRun run(const char* testName = usbTestName, const char* deviceId = "usb1") {
         return TestRun(handle_, testName, elementParameter(deviceId));
     }
 
     TestRun runWith(const CIMValue& element) {
-        return TestRun(handle_, TEST_NAME, parameter("SystemElement", element));
+        return TestRun(handle_, usbTestName, parameter("SystemElement", element));
     }
 
-    std::string runTest(const char* testName = TEST_NAME, const char* deviceId = "usb1") {
+    std::string runTest(const char* testName = usbTestName, const char* deviceId = "usb1") {
         return text(run(testName, deviceId).processTest(out_));
     }
 
@@ -65,10 +65,10 @@ protected:
         server_->add(path, setting);
         Array<CIMParamValue> parameters = elementParameter("usb1");
         parameters.append(CIMParamValue("Setting", CIMValue(path)));
-        return text(TestRun(handle_, TEST_NAME, parameters).processTest(out_));
+        return text(TestRun(handle_, usbTestName, parameters).processTest(out_));
     }
 
-    std::string property(const char* name, const char* testName = TEST_NAME,
+    std::string property(const char* name, const char* testName = usbTestName,
                          const char* deviceId = "usb1") {
         return text(table_.getResultProperty(testName, deviceId, name));
     }
@@ -79,11 +79,11 @@ protected:
 
 // --- the element
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, ElementIsTakenByItsDeviceIdProperty) {
+TEST_F(ZorvaUsbHcDiagRunTestMethod, DeviceIdIsThePropertyOfTheElementNotItsKey) {
     CIMInstance element("ZORVA_UsbHc");
     element.addProperty(CIMProperty(CIMName("deviceid"), CIMValue(String("the property"))));
     server_->add(elementPath("the key"), element);
-    EXPECT_EQ(run(TEST_NAME, "the key").verifyMSE(), 0U);
+    EXPECT_EQ(run(usbTestName, "the key").verifyMSE(), 0U);
     EXPECT_EQ(folder_.take(), "         DeviceID is: the property \n");
 }
 
@@ -95,18 +95,18 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, ElementThatCannotBeResolvedIs1044) {
         EXPECT_EQ(runWith(value).verifyMSE(), 1044U) << text(value);
     }
     EXPECT_EQ(callTexts(), Texts{"getInstance root/kavex ZORVA_UsbHc.DeviceID=\"usb9\""});
-    EXPECT_EQ(TestRun(handle_, TEST_NAME, Array<CIMParamValue>()).verifyMSE(), 1044U);
+    EXPECT_EQ(TestRun(handle_, usbTestName, Array<CIMParamValue>()).verifyMSE(), 1044U);
     EXPECT_EQ(folder_.take(), "");
 }
 
 TEST_F(ZorvaUsbHcDiagRunTestMethod, ElementWithoutPropertiesIs1044) {
     server_->add(elementPath("bare"), CIMInstance("ZORVA_UsbHc"));
     server_->add(elementPath("null"), CIMInstance());
-    EXPECT_EQ(run(TEST_NAME, "bare").verifyMSE(), 1044U);
-    EXPECT_EQ(run(TEST_NAME, "null").verifyMSE(), 1044U);
+    EXPECT_EQ(run(usbTestName, "bare").verifyMSE(), 1044U);
+    EXPECT_EQ(run(usbTestName, "null").verifyMSE(), 1044U);
 }
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, ElementWithoutDeviceIdIsNoSuchPropertyAndNothingIsWritten) {
+TEST_F(ZorvaUsbHcDiagRunTestMethod, ElementWithoutDeviceIdIsNoSuchPropertyAndNothingIsRecorded) {
     server_->add("Other", "Name", "n");
     TestRun run = runWith(CIMValue(CIMObjectPath(String("root/kavex:Other.Name=\"n\""))));
     EXPECT_EQ(thrownBy<NoSuchProperty>([&] { run.processTest(out_); }),
@@ -120,7 +120,7 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, ElementWhoseDeviceIdIsNoStringIsATypeMismatc
     CIMInstance element("ZORVA_UsbHc");
     element.addProperty(CIMProperty(CIMName("DeviceID"), CIMValue(Uint32(7))));
     server_->add(elementPath("number"), element);
-    EXPECT_EQ(thrownBy<TypeMismatchException>([&] { runTest(TEST_NAME, "number"); }),
+    EXPECT_EQ(thrownBy<TypeMismatchException>([&] { runTest(usbTestName, "number"); }),
               "type mismatch");
     EXPECT_EQ(ResultTable::entries().size(), 0U);
 }
@@ -129,13 +129,13 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, ElementWhoseDeviceIdIsNullHasTheEmptyOne) {
     CIMInstance element("ZORVA_UsbHc");
     element.addProperty(CIMProperty(CIMName("DeviceID"), CIMValue(CIMTYPE_STRING, false)));
     server_->add(elementPath("null"), element);
-    EXPECT_EQ(runTest(TEST_NAME, "null"), "uint32 0");
-    EXPECT_EQ(property("TestState", TEST_NAME, ""), "uint16 2");
+    EXPECT_EQ(runTest(usbTestName, "null"), "uint32 0");
+    EXPECT_EQ(property("TestState", usbTestName, ""), "uint16 2");
 }
 
 // --- the record
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, ForwardersReachTheRecordOfTestAndElement) {
+TEST_F(ZorvaUsbHcDiagRunTestMethod, RecordOperationsActOnTheRecordOfTestAndElement) {
     TestRun run = this->run();
     run.verifyMSE();
     EXPECT_TRUE(run.doResultsExist());
@@ -143,10 +143,10 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, ForwardersReachTheRecordOfTestAndElement) {
     run.writeTestResults("line");
     EXPECT_EQ(text(run.retrieveResultProperty("TestState")), "uint16 3");
     EXPECT_EQ(lines(run.retrieveResultProperty("TestResults")), Texts{"line"});
-    EXPECT_EQ(text(run.retrieveResultReference()), resultPathText(TEST_NAME, "usb1"));
+    EXPECT_EQ(text(run.retrieveResultReference()), resultPathText(usbTestName, "usb1"));
 }
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, RecordThatIsThereIsReplaced) {
+TEST_F(ZorvaUsbHcDiagRunTestMethod, ExistingRecordIsReplaced) {
     TestRun run = this->run();
     run.verifyMSE();
     run.doResultsExist();
@@ -158,21 +158,21 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, RecordThatIsThereIsReplaced) {
 
 // --- exclusivity
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, TestThatRecordsNoUseMayAlwaysRun) {
-    TestRun::exclusiveRuns().append(Pair<String, String>("usb1", TEST_NAME));
+TEST_F(ZorvaUsbHcDiagRunTestMethod, TestMayRunEvenIfTheTableHoldsIt) {
+    TestRun::exclusiveRuns().append(Pair<String, String>("usb1", usbTestName));
     TestRun run = this->run();
     run.verifyMSE();
     EXPECT_EQ(run.verifyExclusivity(), 0U);
     EXPECT_EQ(TestRun::exclusiveRuns().size(), 1U);
 }
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, TestNameInNoTableMayRun) {
+TEST_F(ZorvaUsbHcDiagRunTestMethod, UnknownTestMayRun) {
     EXPECT_EQ(run("another test").verifyExclusivity(), 0U);
 }
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, OwnPairIsGoneAfterTheRun) {
-    TestRun::exclusiveRuns().append(Pair<String, String>("usb2", TEST_NAME));
-    TestRun::exclusiveRuns().append(Pair<String, String>("USB1", TEST_NAME));
+TEST_F(ZorvaUsbHcDiagRunTestMethod, OwnEntryIsRemovedAfterTheRun) {
+    TestRun::exclusiveRuns().append(Pair<String, String>("usb2", usbTestName));
+    TestRun::exclusiveRuns().append(Pair<String, String>("USB1", usbTestName));
     EXPECT_EQ(runTest(), "uint32 0");
     ASSERT_EQ(TestRun::exclusiveRuns().size(), 1U);
     EXPECT_EQ(text(TestRun::exclusiveRuns()[0].first), "usb2");
@@ -180,23 +180,23 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, OwnPairIsGoneAfterTheRun) {
 
 // --- the run
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, RunPassesAndStampsItsTimes) {
+TEST_F(ZorvaUsbHcDiagRunTestMethod, RunPassesAndRecordsItsTimes) {
     const CIMDateTime before = CIMDateTime::getCurrentDateTime();
     EXPECT_EQ(runTest(), "uint32 0");
     const CIMDateTime after = CIMDateTime::getCurrentDateTime();
     EXPECT_EQ(property("TestState"), "uint16 2");
     CIMDateTime start;
     CIMDateTime end;
-    table_.getResultProperty(TEST_NAME, "usb1", "TestStartTime").get(start);
-    table_.getResultProperty(TEST_NAME, "usb1", "TestCompletionTime").get(end);
+    table_.getResultProperty(usbTestName, "usb1", "TestStartTime").get(start);
+    table_.getResultProperty(usbTestName, "usb1", "TestCompletionTime").get(end);
     EXPECT_GE(CIMDateTime::getDifference(before, start), 0);
     EXPECT_GE(CIMDateTime::getDifference(start, end), 0);
     EXPECT_GE(CIMDateTime::getDifference(end, after), 0);
     EXPECT_EQ(property("TimeStamp"), property("TestCompletionTime"));
-    EXPECT_EQ(lines(table_.getResultProperty(TEST_NAME, "usb1", "TestResults")).size(), 15U);
+    EXPECT_EQ(lines(table_.getResultProperty(usbTestName, "usb1", "TestResults")).size(), 15U);
 }
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, RunIsLoggedFromStepToStep) {
+TEST_F(ZorvaUsbHcDiagRunTestMethod, EveryStepOfARunIsLogged) {
     runTest();
     EXPECT_EQ(folder_.take(),
               "         DeviceID is: usb1 \n"
@@ -217,43 +217,43 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, ResultIsTheReferenceOfTheRecord) {
     ASSERT_EQ(out_.size(), 1U);
     EXPECT_EQ(text(out_[0].getParameterName()), "Result");
     EXPECT_EQ(text(out_[0].getValue()),
-              "reference root/kavex:" + resultPathText(TEST_NAME, "usb1"));
+              "reference root/kavex:" + resultPathText(usbTestName, "usb1"));
 }
 
 TEST_F(ZorvaUsbHcDiagRunTestMethod, RunAgainReplacesTheRecord) {
     EXPECT_EQ(runTest(), "uint32 0");
-    EXPECT_EQ(runTest(TEST_NAME, "usb2"), "uint32 0");
+    EXPECT_EQ(runTest(usbTestName, "usb2"), "uint32 0");
     EXPECT_EQ(runTest(), "uint32 0");
     EXPECT_EQ(texts(table_.enumResultReferences()),
-              (Texts{resultPathText(TEST_NAME, "usb2"), resultPathText(TEST_NAME, "usb1")}));
-    EXPECT_EQ(lines(table_.getResultProperty(TEST_NAME, "usb1", "TestResults")).size(), 15U);
+              (Texts{resultPathText(usbTestName, "usb2"), resultPathText(usbTestName, "usb1")}));
+    EXPECT_EQ(lines(table_.getResultProperty(usbTestName, "usb1", "TestResults")).size(), 15U);
 }
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, NextRunChangesNothingInWhatWasHandedOut) {
+TEST_F(ZorvaUsbHcDiagRunTestMethod, NextRunDoesNotChangeReturnedInstances) {
     runTest();
-    const CIMInstance handedOut = table_.enumResultInstances()[0];
-    const Texts before = propertiesOf(handedOut);
+    const CIMInstance returned = table_.enumResultInstances()[0];
+    const Texts before = propertiesOf(returned);
     PrivateDeviceList::show("");
     runTest();
-    EXPECT_EQ(propertiesOf(handedOut), before);
-    EXPECT_EQ(lines(table_.getResultProperty(TEST_NAME, "usb1", "TestResults")), Texts());
+    EXPECT_EQ(propertiesOf(returned), before);
+    EXPECT_EQ(lines(table_.getResultProperty(usbTestName, "usb1", "TestResults")), Texts());
 }
 
 TEST_F(ZorvaUsbHcDiagRunTestMethod, RecordInProgressIsReplacedToo) {
     runTest();
-    table_.setResultProperty(TEST_NAME, "usb1", "TestState", CIMValue(Uint16(4)));
+    table_.setResultProperty(usbTestName, "usb1", "TestState", CIMValue(Uint16(4)));
     EXPECT_EQ(runTest(), "uint32 0");
     EXPECT_EQ(property("TestState"), "uint16 2");
 }
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, TestNameInAnotherCaseRunsTheTestOnARecordOfItsOwn) {
+TEST_F(ZorvaUsbHcDiagRunTestMethod, TestNameInAnotherCaseRunsTheTestWithItsOwnRecord) {
     EXPECT_EQ(runTest("getusbdeviceinformation"), "uint32 0");
     EXPECT_EQ(property("TestState", "getusbdeviceinformation"), "uint16 2");
-    EXPECT_EQ(table_.getRefInstIndex(TEST_NAME, "usb1"),
+    EXPECT_EQ(table_.getRefInstIndex(usbTestName, "usb1"),
               ZORVA_DiagnosticResultBuilder::resultNotFound);
 }
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, OtherRunsNothingButStampsItsTimes) {
+TEST_F(ZorvaUsbHcDiagRunTestMethod, UnknownTestRunsNothingButRecordsItsTimes) {
     EXPECT_EQ(runTest("another test"), "uint32 0");
     EXPECT_EQ(property("TestState", "another test"), "uint16 4");
     EXPECT_EQ(property("TestResults", "another test"), "string[] ");
@@ -262,23 +262,23 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, OtherRunsNothingButStampsItsTimes) {
     EXPECT_EQ(out_.size(), 1U);
 }
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, TestNeverShowsAsInUse) {
+TEST_F(ZorvaUsbHcDiagRunTestMethod, TestIsNeverShownAsInUse) {
     std::string duringTheRun;
     server_->beforeCall = [&](std::size_t call) {
-        if (call == 6) {  // the look-up of the host by executeTest()
+        if (call == 6) {  // executeTest() looks up the host system
             server_->beforeCall = nullptr;
             duringTheRun =
-                text(ZORVA_UsbHc_DiagTest(handle_).getTestProperty(TEST_NAME, "IsInUse"));
+                text(ZORVA_UsbHc_DiagTest(handle_).getTestProperty(usbTestName, "IsInUse"));
         }
     };
     EXPECT_EQ(runTest(), "uint32 0");
     EXPECT_EQ(duringTheRun, "boolean FALSE");
-    EXPECT_EQ(text(ZORVA_UsbHc_DiagTest(handle_).getTestProperty(TEST_NAME, "IsInUse")),
+    EXPECT_EQ(text(ZORVA_UsbHc_DiagTest(handle_).getTestProperty(usbTestName, "IsInUse")),
               "boolean FALSE");
-    EXPECT_EQ(text(ZORVA_UsbHc_DiagTest(handle_).getTestProperty(TEST_NAME, "Started")),
+    EXPECT_EQ(text(ZORVA_UsbHc_DiagTest(handle_).getTestProperty(usbTestName, "Started")),
               "boolean FALSE");
-    EXPECT_FALSE(ZORVA_UsbHc_DiagTest(handle_).getDiagTestProperty(TEST_NAME, "IsInUse"));
-    EXPECT_FALSE(ZORVA_UsbHc_DiagTest(handle_).getDiagTestProperty(TEST_NAME, "Started"));
+    EXPECT_FALSE(ZORVA_UsbHc_DiagTest(handle_).getDiagTestProperty(usbTestName, "IsInUse"));
+    EXPECT_FALSE(ZORVA_UsbHc_DiagTest(handle_).getDiagTestProperty(usbTestName, "Started"));
 }
 
 // --- settings
@@ -324,7 +324,7 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, TooShortLoopControlParameterFailsAndLeavesTh
                   [&] { runWithSetting("LoopControl", CIMValue(control)); }),
               "index out of bounds");
     EXPECT_EQ(property("TestState"), "uint16 4");
-    // What was stamped at the start is there, what would have been stamped at the end is not.
+    // The times of the start are recorded, those of the end are not.
     EXPECT_NE(property("TestStartTime"), "datetime 00000000000000.000000:000");
     EXPECT_EQ(property("TimeStamp"), property("TestStartTime"));
     EXPECT_EQ(property("TestCompletionTime"), "datetime 00000000000000.000000:000");
@@ -333,7 +333,7 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, TooShortLoopControlParameterFailsAndLeavesTh
     EXPECT_EQ(property("TestState"), "uint16 2");
 }
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, LoopSettingsMakeTheTestRunOnceAllTheSame) {
+TEST_F(ZorvaUsbHcDiagRunTestMethod, TestRunsOnceDespiteLoopSettings) {
     Array<Uint16> control;
     control.append(3);
     Array<String> parameter;
@@ -342,15 +342,15 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, LoopSettingsMakeTheTestRunOnceAllTheSame) {
     setting.addProperty(CIMProperty(CIMName("LoopControl"), CIMValue(control)));
     setting.addProperty(CIMProperty(CIMName("LoopControlParameter"), CIMValue(parameter)));
     EXPECT_EQ(runWithSetting(setting), "uint32 0");
-    EXPECT_EQ(lines(table_.getResultProperty(TEST_NAME, "usb1", "TestResults")).size(), 15U);
+    EXPECT_EQ(lines(table_.getResultProperty(usbTestName, "usb1", "TestResults")).size(), 15U);
     EXPECT_EQ(property("LoopsPassed"), "uint32 0");
 }
 
-TEST_F(ZorvaUsbHcDiagRunTestMethod, SettingThatIsTheTestItselfIsAnswered) {
+TEST_F(ZorvaUsbHcDiagRunTestMethod, SettingMayBeTheTestItself) {
     Array<CIMParamValue> parameters = elementParameter("usb1");
     parameters.append(CIMParamValue(
         "Setting", CIMValue(CIMObjectPath(String(("root/kavex:" + testPathText()).c_str())))));
-    EXPECT_EQ(text(TestRun(handle_, TEST_NAME, parameters).processTest(out_)), "uint32 0");
+    EXPECT_EQ(text(TestRun(handle_, usbTestName, parameters).processTest(out_)), "uint32 0");
 }
 
 TEST_F(ZorvaUsbHcDiagRunTestMethod, VirtualOperationsKeepTheirSlots) {

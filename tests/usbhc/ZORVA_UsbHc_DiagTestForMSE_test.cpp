@@ -23,12 +23,12 @@ protected:
     }
 };
 
-TEST_F(ZorvaUsbHcDiagTestForMSE, WithoutElementsThereIsNone) {
+TEST_F(ZorvaUsbHcDiagTestForMSE, WithoutElementsThereAreNoAssociations) {
     EXPECT_EQ(associations().enumAssocInstances().size(), 0U);
     EXPECT_EQ(associations().enumAssocReferences().size(), 0U);
 }
 
-TEST_F(ZorvaUsbHcDiagTestForMSE, TestGoesWithEveryElementAndCarriesTwoMoreProperties) {
+TEST_F(ZorvaUsbHcDiagTestForMSE, TestIsAssociatedWithEveryElementWithTwoMoreProperties) {
     server_->addElement("usb1");
     server_->addElement("usb2");
     const Array<CIMInstance> instances = associations().enumAssocInstances();
@@ -43,7 +43,7 @@ TEST_F(ZorvaUsbHcDiagTestForMSE, TestGoesWithEveryElementAndCarriesTwoMoreProper
     }
 }
 
-TEST_F(ZorvaUsbHcDiagTestForMSE, OnlyTheFirstTestCarriesTheTwoMoreProperties) {
+TEST_F(ZorvaUsbHcDiagTestForMSE, OnlyTheFirstTestHasTheTwoMoreProperties) {
     ZORVA_UsbHc_DiagTestForMSE builder = associations();
     const auto table = builder.getTestForMSEAssociations(paths({"T.k=1", "T.k=2", "T.k=3"}),
                                                          paths({"E.k=1", "E.k=2"}));
@@ -55,14 +55,14 @@ TEST_F(ZorvaUsbHcDiagTestForMSE, OnlyTheFirstTestCarriesTheTwoMoreProperties) {
     EXPECT_EQ(propertyText(table[4].second, "Dependent"), "reference E.k=2");
 }
 
-TEST_F(ZorvaUsbHcDiagTestForMSE, NoTestsOrNoElementsMakeNoAssociations) {
+TEST_F(ZorvaUsbHcDiagTestForMSE, WithoutTestsOrElementsNoAssociationsAreMade) {
     ZORVA_UsbHc_DiagTestForMSE builder = associations();
     EXPECT_EQ(builder.getTestForMSEAssociations(paths({}), paths({"E.k=1"})).size(), 0U);
     EXPECT_EQ(builder.getTestForMSEAssociations(paths({"T.k=1"}), paths({})).size(), 0U);
     EXPECT_EQ(builder.getTestForMSEAssociations(paths({}), paths({})).size(), 0U);
 }
 
-TEST_F(ZorvaUsbHcDiagTestForMSE, EstimatedTimeIsZeroForItsTestAnd1040ForAnyOther) {
+TEST_F(ZorvaUsbHcDiagTestForMSE, EstimatedTimeIsZeroForTheKnownTestAnd1040ForAnyOther) {
     ZORVA_UsbHc_DiagTestForMSE builder;
     EXPECT_EQ(builder.getEstimatedTimeOfPerforming("UsbHc_GetUsbDeviceInformation"), 0U);
     EXPECT_EQ(builder.getEstimatedTimeOfPerforming("usbhc_getusbdeviceinformation"), 0U);
@@ -78,7 +78,7 @@ TEST_F(ZorvaUsbHcDiagTestForMSE, AnyOtherTestIsExclusive) {
     EXPECT_TRUE(builder.getIsExclusiveForMSE(""));
 }
 
-TEST_F(ZorvaUsbHcDiagTestForMSE, DefaultConstructedOneIsEmptyAndAsksNobody) {
+TEST_F(ZorvaUsbHcDiagTestForMSE, DefaultConstructedAssociationIsEmptyAndLogsNothing) {
     ZORVA_UsbHc_DiagTestForMSE empty;
     EXPECT_EQ(empty.enumAssocInstances().size(), 0U);
     EXPECT_EQ(folder_.take(), "");

@@ -16,7 +16,7 @@ protected:
     }
 };
 
-TEST_F(ZorvaUsbHcDiagTestSoftwareAssoc, SoftwareGoesWithTheTest) {
+TEST_F(ZorvaUsbHcDiagTestSoftwareAssoc, SoftwareIsAssociatedWithTheTest) {
     const Array<CIMInstance> instances =
         associations("ZORVA_UsbHc_TestSoftware").enumAssocInstances();
     ASSERT_EQ(instances.size(), 1U);
@@ -35,12 +35,12 @@ TEST_F(ZorvaUsbHcDiagTestSoftwareAssoc, SoftwareIsThatOfTheRole1ReferenceClass) 
     EXPECT_EQ(associations("NoSoftware").enumAssocInstances().size(), 0U);
 }
 
-TEST_F(ZorvaUsbHcDiagTestSoftwareAssoc, RefusalOfTheServerPassesOutOfTheConstructor) {
+TEST_F(ZorvaUsbHcDiagTestSoftwareAssoc, ExceptionOfTheServerPropagatesFromTheConstructor) {
     server_->beforeCall = [](std::size_t) { throw CIMException(CIM_ERR_INVALID_CLASS, "no"); };
     EXPECT_EQ(thrownBy<CIMException>([&] { associations("ZORVA_UsbHc_TestSoftware"); }), "no");
 }
 
-TEST_F(ZorvaUsbHcDiagTestSoftwareAssoc, DefaultConstructedOneIsEmpty) {
+TEST_F(ZorvaUsbHcDiagTestSoftwareAssoc, DefaultConstructedAssociationIsEmpty) {
     ZORVA_UsbHc_DiagTestSoftwareAssoc empty;
     EXPECT_EQ(empty.enumAssocInstances().size(), 0U);
 }

@@ -26,7 +26,7 @@ Texts propertiesOnSystem(const std::string& name, const std::string& creationCla
             "InstallDate: datetime 20020308070100.000000-240"};
 }
 
-TEST_F(ZorvaUsbHcDiagTest, OneTestHasAllItsPropertiesInOrder) {
+TEST_F(ZorvaUsbHcDiagTest, OneTestHasAllPropertiesInOrder) {
     const Array<CIMInstance> tests = ZORVA_UsbHc_DiagTest(handle_).enumTestInstances();
     ASSERT_EQ(tests.size(), 1U);
     EXPECT_EQ(text(tests[0].getClassName()), "ZORVA_UsbHc_DiagTest");
@@ -44,7 +44,7 @@ TEST_F(ZorvaUsbHcDiagTest, PathHasFourStringKeysAndNeitherHostNorNamespace) {
     }
 }
 
-TEST_F(ZorvaUsbHcDiagTest, InstanceCarriesItsPath) {
+TEST_F(ZorvaUsbHcDiagTest, InstanceHasItsPath) {
     EXPECT_EQ(text(ZORVA_UsbHc_DiagTest(handle_).enumTestInstances()[0].getPath()), testPathText());
 }
 
@@ -63,7 +63,7 @@ TEST_F(ZorvaUsbHcDiagTest, WithoutAComputerSystemTheSystemNamesAreEmpty) {
               "Name=\"GetUsbDeviceInformation\",SystemCreationClassName=\"\",SystemName=\"\"");
 }
 
-TEST_F(ZorvaUsbHcDiagTest, FailedLookupOfTheSystemIsNoError) {
+TEST_F(ZorvaUsbHcDiagTest, FailedLookupOfTheSystemLeavesItsNamesEmpty) {
     server_->beforeCall = [](std::size_t) { throw CIMException(CIM_ERR_FAILED, "no"); };
     EXPECT_EQ(propertiesOf(ZORVA_UsbHc_DiagTest(handle_).enumTestInstances()[0]),
               propertiesOnSystem("", ""));
@@ -80,22 +80,22 @@ TEST_F(ZorvaUsbHcDiagTest, SystemIsLookedUpForEachTable) {
 
 TEST_F(ZorvaUsbHcDiagTest, UseIsNotRecorded) {
     ZORVA_UsbHc_DiagTest tests(handle_);
-    EXPECT_FALSE(tests.getDiagTestProperty(TEST_NAME, "IsInUse"));
-    tests.setDiagTestProperty(TEST_NAME, "IsInUse", true);
-    tests.setDiagTestProperty(TEST_NAME, "Started", true);
-    EXPECT_FALSE(tests.getDiagTestProperty(TEST_NAME, "IsInUse"));
+    EXPECT_FALSE(tests.getDiagTestProperty(usbTestName, "IsInUse"));
+    tests.setDiagTestProperty(usbTestName, "IsInUse", true);
+    tests.setDiagTestProperty(usbTestName, "Started", true);
+    EXPECT_FALSE(tests.getDiagTestProperty(usbTestName, "IsInUse"));
     EXPECT_FALSE(tests.getDiagTestProperty("no such test", "no such property"));
-    EXPECT_EQ(text(tests.getTestProperty(TEST_NAME, "IsInUse")), "boolean FALSE");
-    EXPECT_EQ(text(ZORVA_UsbHc_DiagTest(handle_).getTestProperty(TEST_NAME, "Started")),
+    EXPECT_EQ(text(tests.getTestProperty(usbTestName, "IsInUse")), "boolean FALSE");
+    EXPECT_EQ(text(ZORVA_UsbHc_DiagTest(handle_).getTestProperty(usbTestName, "Started")),
               "boolean FALSE");
 }
 
 TEST_F(ZorvaUsbHcDiagTest, TestIsExclusiveByItsCharacteristics) {
     ZORVA_UsbHc_DiagTest tests(handle_);
-    EXPECT_TRUE(tests.getHasCharacteristic(TEST_NAME, 2));
-    EXPECT_TRUE(tests.getHasCharacteristic(TEST_NAME, 5));
-    EXPECT_TRUE(tests.getHasCharacteristic(TEST_NAME, 8));
-    EXPECT_FALSE(tests.getHasCharacteristic(TEST_NAME, 3));
+    EXPECT_TRUE(tests.getHasCharacteristic(usbTestName, 2));
+    EXPECT_TRUE(tests.getHasCharacteristic(usbTestName, 5));
+    EXPECT_TRUE(tests.getHasCharacteristic(usbTestName, 8));
+    EXPECT_FALSE(tests.getHasCharacteristic(usbTestName, 3));
 }
 
 TEST_F(ZorvaUsbHcDiagTest, VirtualOperationsKeepTheirSlots) {
