@@ -4,8 +4,8 @@
 
 namespace Pegasus {
 
-/// Appends a text to a log file. The file is opened and closed in each call, so that nothing is lost
-/// if the process dies right after it.
+/// Appends a text to a log file. The file is opened and closed in each call, so that nothing is
+/// lost if the process dies right after it.
 ///
 /// A missing file is created with permissions 0664 less the process's umask.
 ///

@@ -10,8 +10,8 @@
 
 namespace Pegasus {
 
-/// One call of RunTest: the order of the checks, the return codes, the copy of the client's settings
-/// into the result record. Subclasses implement what depends on the test.
+/// One call of RunTest: the order of the checks, the return codes, the copy of the client's
+/// settings into the result record. Subclasses implement what depends on the test.
 ///
 /// One object serves one call on one thread, and no two calls overlap.
 class ZORVA_DiagRunTestMethod {
@@ -27,10 +27,10 @@ public:
     /// Checks, prepares and runs the test. Returns the method's return code, a Uint32.
     ///
     /// Appends the out-parameter "Result", the path of the result record, before the test runs, so
-    /// that the client gets it even if the test fails. The first check that fails ends the call with
-    /// its code: that of verifyMSE(), 1024 without a result record, 1028 if the test is in progress,
-    /// that of verifySettings() or verifyExclusivity(). Otherwise returns the code of executeTest().
-    /// Exceptions of these operations propagate.
+    /// that the client gets it even if the test fails. The first check that fails ends the call
+    /// with its code: that of verifyMSE(), 1024 without a result record, 1028 if the test is in
+    /// progress, that of verifySettings() or verifyExclusivity(). Otherwise returns the code of
+    /// executeTest(). Exceptions of these operations propagate.
     virtual CIMValue processTest(Array<CIMParamValue>& outParameters);
 
     /// Makes sure that there is a new result record. Returns false if none could be made.
@@ -51,8 +51,8 @@ public:
     virtual Uint32 executeTest();
 
     /// Copies the properties of the instance that the in-parameter "Setting" refers to into the
-    /// result record. Does nothing if the parameter is absent, is no reference or refers to nothing.
-    /// Returns 0. Throws what writeToResults() throws for a value of another type.
+    /// result record. Does nothing if the parameter is absent, is no reference or refers to
+    /// nothing. Returns 0. Throws what writeToResults() throws for a value of another type.
     Uint32 verifySettings();
 
     /// Copies one property of the setting, null or not, into the result record. Does nothing if the

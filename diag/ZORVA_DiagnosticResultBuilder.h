@@ -72,8 +72,8 @@ public:
     Uint32 getRefInstIndex(String diagnosticName, String executionId);
 
     /// The value of a property of the result at the index. Throws IndexOutOfBoundsException if the
-    /// index is past the end of the table, NoSuchProperty with the property's name if the result has
-    /// no such property.
+    /// index is past the end of the table, NoSuchProperty with the property's name if the result
+    /// has no such property.
     CIMValue getPropertyValue(Uint32 index, String propertyName);
 
     /// The method "ClearResults" for one diagnostic: removes all results of the element that the
@@ -85,8 +85,8 @@ public:
                                 Array<CIMParamValue>& outParameters);
 
 protected:
-    /// The table of the process. Subclasses append to it, but remove with removeResult() only, which
-    /// also invalidates the last search.
+    /// The table of the process. Subclasses append to it, but remove with removeResult() only,
+    /// which also invalidates the last search.
     static InstanceTable res_ref_inst;
 
     /// Removes the result at the index, which must be valid.

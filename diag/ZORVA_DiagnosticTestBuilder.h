@@ -19,8 +19,8 @@ public:
     /// The tests that a subclass offers; none here.
     virtual Array<Pair<CIMObjectPath, CIMInstance>> buildTests();
 
-    /// The test of the path, as an array of one. Throws BadReference "Invalid Reference" if there is
-    /// none.
+    /// The test of the path, as an array of one. Throws BadReference "Invalid Reference" if there
+    /// is none.
     Array<CIMInstance> getTestInstance(CIMObjectPath path);
 
     /// All tests in table order.
@@ -39,8 +39,8 @@ public:
     CIMValue getTestProperty(String testName, String propertyName);
 
     /// Sets "IsInUse" or "Started" of the test of that name. Throws NotImplemented
-    /// "ZORVA_DiagnosticTest property not writable" for any other property, TypeMismatchException if
-    /// the value is no Boolean, and otherwise as getTestProperty() does.
+    /// "ZORVA_DiagnosticTest property not writable" for any other property, TypeMismatchException
+    /// if the value is no Boolean, and otherwise as getTestProperty() does.
     void setTestProperty(String testName, String propertyName, CIMValue value);
 
     /// Whether the "Characteristics" of the test of that name contain `characteristic`. Throws as

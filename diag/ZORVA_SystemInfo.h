@@ -17,9 +17,9 @@ public:
     /// The properties "Name" and "CreationClassName", in this order, of the first computer system
     /// that the server enumerates; a missing property is left out.
     ///
-    /// Returns an empty array if the server has no computer system, if that has no properties, or if
-    /// the server throws a CIMException. Other exceptions propagate. Makes up to two calls to the
-    /// server.
+    /// Returns an empty array if the server has no computer system, if that has no properties, or
+    /// if the server throws a CIMException. Other exceptions propagate. Makes up to two calls to
+    /// the server.
     Array<CIMProperty> getSystemInfo(CIMOMHandle cimom);
 };
 

@@ -13,7 +13,8 @@ namespace Pegasus {
 ///
 /// Instances are delivered with all properties: flags and property lists are ignored. Classes that
 /// are not served have no instances and no methods. Exceptions propagate to the server. The only
-/// state that outlives a request is the result table, which all provider objects of a process share.
+/// state that outlives a request is the result table, which all provider objects of a process
+/// share.
 ///
 /// Takes no locks. The server must let only one thread at a time run in the provider objects of a
 /// process, where a call back into the server counts as outside, and must not let methods overlap.

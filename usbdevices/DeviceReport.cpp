@@ -10,10 +10,10 @@ namespace {
 
 using Bundle = Pegasus::ZORVA_UsbHcBundle;
 
-/// A field of a device that holds a number, with what a message needs to name it.
+/// A field of a device that must be a number, and what names it in a message.
 struct NumberField {
     const UsbDevice& device;
-    std::size_t position;  // of the device in the list, from 1
+    std::size_t position;  ///< of the device in the list, from 1
     const char* name;
     std::string text;
 };

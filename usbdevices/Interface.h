@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: MIT
-// The record of an 'I:' line: one interface of the device.
-// Plain value; not shared between threads.
+// The record of an 'I:' line.
+// A plain value: one thread at a time, unless it is only read.
 #pragma once
 
 #include <string>
 
 /// The record of an 'I:' line: one interface of the device.
-/// Every value is the text of the line as it stands, blanks included; a value that the line does
-/// not hold, or whose end marker is missing, is empty.
+/// A value is the unchanged text of the line, with its blanks. It is empty if the line does not
+/// have it or if its end marker is missing.
 class Interface {
 public:
-    /// Fills every field from `line`, one line of the device list without its line end. Fields that
-    /// the line does not hold become empty. Never fails.
+    /// Sets all fields from `line`, one line of the device list without its line end. Fields that
+    /// the line does not have become empty. Never fails.
     void Initialize(std::string line);
 
-    /// The name of the driver, "(none)" where the kernel has none.
+    /// The name of the driver, "(none)" if the interface has none.
     std::string getDriver() const { return driver_; }
     /// The class code, hexadecimal.
     std::string getClass() const { return class_; }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // One device of the USB device list: its six records.
-// Copies share their records; a device and its copies belong to one thread.
 #pragma once
 
 #include <memory>
@@ -13,16 +12,17 @@
 #include "usbdevices/product.h"
 #include "usbdevices/topology.h"
 
-/// One device of the USB device list: exactly one record of each kind, whatever lines it had. Where
-/// a device has several lines of a kind ('S:' lines apart), the last one given counts.
+/// One device of the USB device list: exactly one record of each kind, even without such a line. If
+/// a device has several lines of a kind (other than 'S:' lines), the last one counts.
 ///
-/// Copying is shallow: the copies share the six records, which are released with the last copy.
+/// Copying is shallow: the copies share the six records, which are released with the last copy. A
+/// device and all its copies are used by one thread at a time.
 class UsbDevice {
 public:
-    /// A device with six empty records of its own.
+    /// Makes six empty records.
     UsbDevice();
 
-    /// Each hands one line of the device list, without its line end, to the matching record.
+    /// Each sets its record from one line of the device list, without its line end. Never fails.
     void setTopology(std::string line) { topology_->Initialize(std::move(line)); }
     void setDescriptor(std::string line) { descriptor_->Initialize(std::move(line)); }
     void setInterface(std::string line) { interface_->Initialize(std::move(line)); }
@@ -30,7 +30,7 @@ public:
     void setProduct(std::string line) { product_->Initialize(std::move(line)); }
     void setConfiguration(std::string line) { configuration_->Initialize(std::move(line)); }
 
-    /// Each returns its record: never null, valid as long as this device or a copy of it lives.
+    /// Each returns its record: never null, valid while this device or a copy of it exists.
     topology* getTopology() const { return topology_.get(); }
     descriptor* getDescriptor() const { return descriptor_.get(); }
     Interface* getInterface() const { return interface_.get(); }

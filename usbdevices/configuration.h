@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
-// The record of a 'C:' line: the power draw of a configuration.
-// Plain value; not shared between threads.
+// The record of a 'C:' line.
+// A plain value: one thread at a time, unless it is only read.
 #pragma once
 
 #include <string>
 
 /// The record of a 'C:' line: the power draw of a configuration.
-/// Every value is the text of the line as it stands, blanks included; a value that the line does
-/// not hold, or whose end marker is missing, is empty.
+/// A value is the unchanged text of the line, with its blanks. It is empty if the line does not
+/// have it or if its end marker is missing.
 class configuration {
 public:
-    /// Fills every field from `line`, one line of the device list without its line end. Fields that
-    /// the line does not hold become empty. Never fails.
+    /// Sets all fields from `line`, one line of the device list without its line end. Fields that
+    /// the line does not have become empty. Never fails.
     void Initialize(std::string line);
 
     /// The maximum power draw in milliamperes, without the unit.

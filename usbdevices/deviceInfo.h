@@ -1,29 +1,29 @@
 // SPDX-License-Identifier: MIT
-// The record of the 'S:' lines: the device's strings, and the kind of host controller they name.
-// Plain value; not shared between threads.
+// The record of the 'S:' lines.
+// A plain value: one thread at a time, unless it is only read.
 #pragma once
 
 #include <string>
 
-/// The record of the 'S:' lines of a device: its strings, and the kind of host controller that a
-/// root hub's product name tells. Values run to the end of their line, blanks included.
+/// The record of the 'S:' lines of a device: its strings, and the type of host controller that the
+/// product name of a root hub tells. A value is the rest of its line, with its blanks.
 class deviceInfo {
 public:
-    /// Takes one more 'S:' line, without its line end. A device has one such line per string, so
-    /// only the fields that `line` names change. Never fails.
+    /// Reads one more 'S:' line, without its line end. A device has one such line per string, so
+    /// only the fields that `line` names are set. Never fails.
     ///
-    /// The words "Product", "SerialNumber" and "Manufacturer" are looked for anywhere in the line,
-    /// each for itself and in exactly that case; the keys behind them in any case. So a
+    /// The words "Product", "SerialNumber" and "Manufacturer" are searched independently, anywhere
+    /// in the line and in exactly that case; then the keys "product=" etc. in any case. So a
     /// manufacturer called "Product" makes the product name empty.
     void Initialize(std::string line);
 
-    /// Sets the host controller type: "OHCI" if `line` holds that name in any case, else "UHCI" if
-    /// it holds that one, else "Unknown". Every product line calls it.
+    /// Sets the host controller type: "OHCI" if `line` contains that in any case, otherwise "UHCI"
+    /// if it contains that, otherwise "Unknown". Called for every line with "Product".
     void setUsbHost(std::string line);
 
     /// The product name.
     std::string getproduct() const { return product_; }
-    /// The serial number; of a root hub the address of its host controller.
+    /// The serial number. For a root hub, the address of its host controller.
     std::string getserial() const { return serial_; }
     /// The manufacturer.
     std::string getmanufacturer() const { return manufacturer_; }

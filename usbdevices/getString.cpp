@@ -5,8 +5,8 @@
 
 std::string_view::size_type findIgnoringCase(std::string_view line, std::string_view lowered,
                                              std::string_view::size_type from) {
-    // What follows a position is compared only where the first character fits: a list is searched
-    // for some twenty keys per device.
+    // Compares the rest only where the first character matches: a list is searched for some twenty
+    // keys per device.
     const std::string_view::const_iterator found = std::search(
         line.begin() + static_cast<std::string_view::difference_type>(std::min(from, line.size())),
         line.end(), lowered.begin(), lowered.end(),

@@ -1,33 +1,32 @@
 // SPDX-License-Identifier: MIT
-// The one routine by which every record takes a value out of its line of the device list.
-// Thread-safe: no state.
+// Extracts values from a line of the device list.
+// Any thread may call these functions.
 #pragma once
 
 #include <string>
 #include <string_view>
 
-/// `character` in lower case if it is one of A to Z, else unchanged, whatever the process's locale:
-/// a server may run in one where 'I' has another lower-case form, and "ProdID=" must be found
-/// there.
+/// `character` in lower case if it is one of A to Z, otherwise unchanged. Does not depend on the
+/// locale: in some locales 'I' has another lower-case form, and "ProdID=" must still be found.
 constexpr char lowerCase(char character) {
     return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
                                                 : character;
 }
 
-/// Position of the first occurrence of `lowered` in `line` at or behind `from`, the case of `line`
-/// ignored; npos if there is none. `lowered` must be in lower case.
+/// Index of the first occurrence of `lowered` in `line`, from the index `from` on and ignoring the
+/// case of `line`, or npos. `lowered` must be in lower case.
 std::string_view::size_type findIgnoringCase(std::string_view line, std::string_view lowered,
                                              std::string_view::size_type from = 0);
 
-/// The text of `line` that follows `key`, up to `end`.
+/// The text of `line` between `key` and `end`, with its case and blanks.
 ///
-/// 1. The first occurrence of `key` counts, the case of `line` ignored. Without one: empty.
-/// 2. If `end` is "\n", the text runs to the end of the line. Lines hold no line feed, so "\n" is
-///    never searched.
-/// 3. Otherwise the text runs to the first occurrence of `end`, the case of `line` ignored, searched
-///    from where the key *begins*. Without one: empty, although the key was found. One inside the
-///    key leaves nothing between the two: empty.
+/// 1. The text begins after the first occurrence of `key`, ignoring the case of `line`. If there is
+///    none, the result is empty.
+/// 2. If `end` is "\n", the text is the rest of the line: lines have no line feed, so "\n" is never
+///    searched.
+/// 3. Otherwise the text ends before the first occurrence of `end`, ignoring the case of `line`,
+///    searched from the *beginning* of the key. If there is none, or if it is inside the key, the
+///    result is empty.
 ///
-/// Case and blanks of the text stay as they stand in the line. `key` and `end` must be in lower
-/// case.
+/// `key` and `end` must be in lower case.
 std::string getString(std::string_view line, std::string_view key, std::string_view end);

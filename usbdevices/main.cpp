@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // usbdevices: prints a report of the kernel's USB device list on standard output.
-// Exit status: 0, or 1 where a device could not be reported or the report could not be written.
+// Exit status: 0, or 1 if a device cannot be reported or the report cannot be written.
 #include <exception>
 #include <iostream>
 

@@ -1,17 +1,18 @@
 // SPDX-License-Identifier: MIT
-// The record of a 'P:' line: the vendor and product identifiers, hexadecimal as in the list.
-// Plain value; not shared between threads.
+// The record of a 'P:' line.
+// A plain value: one thread at a time, unless it is only read.
 #pragma once
 
 #include <string>
 
-/// The record of a 'P:' line: the vendor and product identifiers, hexadecimal as in the list.
-/// Every value is the text of the line as it stands, blanks included; a value that the line does
-/// not hold, or whose end marker is missing, is empty.
+/// The record of a 'P:' line: the identifiers of vendor and product, in hexadecimal, and the
+/// revision.
+/// A value is the unchanged text of the line, with its blanks. It is empty if the line does not
+/// have it or if its end marker is missing.
 class product {
 public:
-    /// Fills every field from `line`, one line of the device list without its line end. Fields that
-    /// the line does not hold become empty. Never fails.
+    /// Sets all fields from `line`, one line of the device list without its line end. Fields that
+    /// the line does not have become empty. Never fails.
     void Initialize(std::string line);
 
     /// The vendor identifier.

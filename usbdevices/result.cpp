@@ -11,7 +11,7 @@
 
 namespace {
 
-// Settled when the project is configured.
+// Set when the project is configured.
 constexpr char deviceListPath[] = ZORVA_DEVICE_LIST_PATH;
 
 }  // namespace
@@ -22,7 +22,7 @@ std::queue<UsbDevice> result::GetUsbDeviceInfomation() {
     if (file < 0) {
         std::cout << "could not open usb device file " << std::endl;
     }
-    std::array<char, 8192> buffer;  // not cleared: only what was read is looked at
+    std::array<char, 8192> buffer;  // not cleared: only the bytes read are used
     const ssize_t length = read(file, buffer.data(), buffer.size());
     if (length < 0) {
         std::cout << "could not read file " << std::endl;

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: MIT
-// The record of a 'T:' line: where a device stands in the tree of its bus.
-// Plain value; not shared between threads.
+// The record of a 'T:' line.
+// A plain value: one thread at a time, unless it is only read.
 #pragma once
 
 #include <string>
 
-/// The record of a 'T:' line: where a device stands in the tree of its bus.
-/// Every value is the text of the line as it stands, blanks included; a value that the line does
-/// not hold, or whose end marker is missing, is empty.
+/// The record of a 'T:' line: the position of a device in the tree of its bus.
+/// A value is the unchanged text of the line, with its blanks. It is empty if the line does not
+/// have it or if its end marker is missing.
 class topology {
 public:
-    /// Fills every field from `line`, one line of the device list without its line end. Fields that
-    /// the line does not hold become empty. Never fails.
+    /// Sets all fields from `line`, one line of the device list without its line end. Fields that
+    /// the line does not have become empty. Never fails.
     void Initialize(std::string line);
 
     /// The bus number.

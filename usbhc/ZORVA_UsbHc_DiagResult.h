@@ -22,8 +22,8 @@ public:
     void buildDefaultResultProperties(CIMInstance& instance) override;
 
 private:
-    /// Unused, since the operations have a handle as argument; kept because the layout of this class
-    /// is fixed.
+    /// Unused, since the operations have a handle as argument; kept because the layout of this
+    /// class is fixed.
     [[maybe_unused]] CIMOMHandle cimom_;
 };
 

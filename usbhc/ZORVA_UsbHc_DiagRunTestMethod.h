@@ -9,8 +9,8 @@
 
 namespace Pegasus {
 
-/// One call of RunTest: checks the element, maintains the result record, runs the device information
-/// test. One object serves one call on one thread, and no two calls overlap.
+/// One call of RunTest: checks the element, maintains the result record, runs the device
+/// information test. One object serves one call on one thread, and no two calls overlap.
 class ZORVA_UsbHc_DiagRunTestMethod : public ZORVA_DiagRunTestMethod {
 public:
     /// Arguments as for ZORVA_DiagRunTestMethod.
@@ -36,9 +36,9 @@ public:
     /// in practice, since this test does not record its use.
     Uint32 verifyExclusivity() override;
 
-    /// Marks the record in progress, runs the test once, ignoring the loop settings, and records the
-    /// times. Tests other than "GetUsbDeviceInformation" (ignoring case) do nothing. Returns 0: a
-    /// failed test is recorded in its result. Throws what getThisTestLoopControl() throws; the
+    /// Marks the record in progress, runs the test once, ignoring the loop settings, and records
+    /// the times. Tests other than "GetUsbDeviceInformation" (ignoring case) do nothing. Returns 0:
+    /// a failed test is recorded in its result. Throws what getThisTestLoopControl() throws; the
     /// record then stays in progress.
     Uint32 executeTest() override;
 

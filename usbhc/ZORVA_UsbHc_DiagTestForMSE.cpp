@@ -9,7 +9,8 @@
 namespace Pegasus {
 namespace {
 
-// Not the name of the test, which is "GetUsbDeviceInformation", but the one that these look-ups use.
+// Not the name of the test, which is "GetUsbDeviceInformation", but the one that these look-ups
+// use.
 bool isKnownTest(const String& testName) {
     return String::equalNoCase(testName, "UsbHc_GetUsbDeviceInformation");
 }

@@ -13,8 +13,8 @@ class ZORVA_UsbHc_DiagTestForMSE : public ZORVA_AssociationBuilder {
 public:
     /// An association without a name and without instances.
     ZORVA_UsbHc_DiagTestForMSE() = default;
-    /// Arguments as for ZORVA_AssociationBuilder. Calls the server to look up the host system and to
-    /// enumerate the elements; exceptions of the enumeration propagate.
+    /// Arguments as for ZORVA_AssociationBuilder. Calls the server to look up the host system and
+    /// to enumerate the elements; exceptions of the enumeration propagate.
     ZORVA_UsbHc_DiagTestForMSE(CIMOMHandle& handle, String associationClass, String role1Property,
                                String role2Property, String role1ReferenceClass,
                                String role2ReferenceClass);

@@ -12,8 +12,8 @@ class ZORVA_UsbHc_DiagTestSoftwareAssoc : public ZORVA_AssociationBuilder {
 public:
     /// An association without a name and without instances.
     ZORVA_UsbHc_DiagTestSoftwareAssoc() = default;
-    /// Arguments as for ZORVA_AssociationBuilder. Calls the server to look up the host system and to
-    /// enumerate the software elements; exceptions of the enumeration propagate.
+    /// Arguments as for ZORVA_AssociationBuilder. Calls the server to look up the host system and
+    /// to enumerate the software elements; exceptions of the enumeration propagate.
     ZORVA_UsbHc_DiagTestSoftwareAssoc(CIMOMHandle& handle, String associationClass,
                                       String role1Property, String role2Property,
                                       String role1ReferenceClass, String role2ReferenceClass);

@@ -15,7 +15,8 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-// Lets a test set the table. Its own role operations return nothing, to show whether they are called.
+// Lets a test set the table. Its own role operations return nothing, to show whether they are
+// called.
 class Associations : public ZORVA_AssociationBuilder {
 public:
     using ZORVA_AssociationBuilder::ZORVA_AssociationBuilder;

@@ -1,18 +1,19 @@
 // SPDX-License-Identifier: MIT
-// Shows device lists to a test program at their real path, so that the code under test needs no seam.
+// Shows device lists to a test program at their real path, without a seam in the code under test.
 // One thread.
 #pragma once
 
 #include <string_view>
 
-/// The USB device list that only this test program sees, at the path that the code under test opens.
+/// The USB device list that only this test program sees, at the path that the code under test
+/// opens.
 ///
 /// Programs added with zorva_add_device_list_test have a main() that enters the private view before
 /// the tests run. A failed system call throws std::runtime_error.
 class PrivateDeviceList {
 public:
-    /// Enters the private view; called once, before anything else. If the machine does not allow it,
-    /// prints why and exits with status 77, which ctest shows as "Skipped".
+    /// Enters the private view; called once, before anything else. If the machine does not allow
+    /// it, prints why and exits with status 77, which ctest shows as "Skipped".
     static void enterOrExit();
     /// Makes `content` the list. Cheap: rewrites one file in place.
     static void show(std::string_view content);

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-/// Connected from construction to destruction. Throws std::runtime_error if it cannot connect, or if
-/// the server neither sends nor closes for ten seconds.
+/// Connected from construction to destruction. Throws std::runtime_error if it cannot connect, or
+/// if the server neither sends nor closes for ten seconds.
 class RawConnection {
 public:
     explicit RawConnection(std::uint16_t port);

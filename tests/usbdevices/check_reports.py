@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Compares the stand-alone driver with the independent answer, for every list of a folder.
+"""Compares the stand-alone driver with an independent program, for every list of a folder.
 
 usage: check_reports.py WITH_DEVICE_LIST USBDEVICES FOLDER
 
-Ends with 77 (ctest: skipped) where the folder or a private view of the device list is not to be had.
+Ends with 77 (ctest: skipped) if the folder or a private view of the device list is not available.
 """
 import pathlib
 import subprocess

@@ -7,7 +7,7 @@
 
 namespace {
 
-TEST(DeviceInfo, BeginsEmptyAlsoInItsHostType) {
+TEST(DeviceInfo, BeginsEmpty) {
     const deviceInfo record;
     EXPECT_EQ(record.getproduct(), "");
     EXPECT_EQ(record.getserial(), "");
@@ -26,7 +26,7 @@ TEST(DeviceInfo, CollectsTheStringsOfSeveralLines) {
     EXPECT_EQ(record.getUsbHost(), "OHCI");
 }
 
-TEST(DeviceInfo, AManufacturerLineLeavesTheHostTypeAlone) {
+TEST(DeviceInfo, AManufacturerLineDoesNotSetTheHostType) {
     deviceInfo record;
     record.Initialize("S:  Manufacturer=Linux ohci-hcd");
     EXPECT_EQ(record.getmanufacturer(), "Linux ohci-hcd");
@@ -34,14 +34,14 @@ TEST(DeviceInfo, AManufacturerLineLeavesTheHostTypeAlone) {
     EXPECT_EQ(record.getproduct(), "");
 }
 
-TEST(DeviceInfo, AProductLineInLowerCaseIsNone) {
+TEST(DeviceInfo, AProductLineInLowerCaseIsIgnored) {
     deviceInfo record;
     record.Initialize("S:  product=OHCI");
     EXPECT_EQ(record.getproduct(), "");
     EXPECT_EQ(record.getUsbHost(), "");
 }
 
-TEST(DeviceInfo, TheKeyBehindTheWordIsFoundInAnyCase) {
+TEST(DeviceInfo, TheKeyAfterTheWordIsFoundInAnyCase) {
     deviceInfo record;
     record.Initialize("S:  Product PRODUCT=Tablet");
     EXPECT_EQ(record.getproduct(), "Tablet");
@@ -98,13 +98,13 @@ TEST(DeviceInfo, AManufacturerCalledProductEmptiesTheProductName) {
     EXPECT_EQ(record.getmanufacturer(), "Product Company");
 }
 
-TEST(DeviceInfo, KeepsBlanksAndBytesAsTheyStand) {
+TEST(DeviceInfo, KeepsBlanksAndBytesUnchanged) {
     deviceInfo record;
     record.Initialize("S:  Product= IntelliMouse\xAE  ");
     EXPECT_EQ(record.getproduct(), " IntelliMouse\xAE  ");
 }
 
-TEST(DeviceInfo, ALineWithoutAnyWordChangesNothing) {
+TEST(DeviceInfo, ALineWithoutTheWordsChangesNothing) {
     deviceInfo record;
     record.Initialize("S:  SerialNumber=1");
     record.Initialize("S:  Something=2");

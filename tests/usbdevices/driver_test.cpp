@@ -41,7 +41,7 @@ std::string named(const std::string& product, const std::string& level = "01 ") 
     return listed(parts);
 }
 
-/// The report of `list`; where it breaks off, with the reason in brackets behind it.
+/// The report of `list`, followed by the reason in brackets if it is incomplete.
 std::string reportOf(const std::string& list) {
     PrivateDeviceList::show(list);
     const CaughtOutput output;
@@ -56,7 +56,8 @@ std::string reportOf(const std::string& list) {
     return report.str();
 }
 
-/// The product names of a report, each with a blank behind it, "level N " where a level is told.
+/// The product names of a report and "level is N" for its lines with a level, each with a blank
+/// after it.
 std::string outlineOf(const std::string& report) {
     std::istringstream lines(report);
     std::string outline;
@@ -91,24 +92,24 @@ TEST(DeviceReport, IsABlockOfFourteenLines) {
     EXPECT_EQ(reportOf(listed({})), mouseBlock);
 }
 
-TEST(DeviceReport, AnOhciRootHubIsPrintedBehindItsLevel) {
+TEST(DeviceReport, AnOhciRootHubIsPrintedAfterItsLevel) {
     const std::string report = reportOf(named("OHCI", "00 "));
     EXPECT_EQ(report.rfind(" level is 0\nProduct Name                  OHCI\n", 0), 0U) << report;
 }
 
-TEST(DeviceReport, ShowsTheLevelBelowAnOhciRootHubAndNoDeeperOne) {
+TEST(DeviceReport, PrintsTheLevelBelowAnOhciRootHubAndNoDeeperOne) {
     EXPECT_EQ(outlineOf(reportOf(named("ohci root", "00 ") + named("keyboard", "01 ") +
                                  named("behind a hub", "02 ") + named("mouse", "01 "))),
               "level is 0 ohci root keyboard mouse ");
 }
 
-TEST(DeviceReport, WithoutOhciShowsTheDevicesOfLevelOne) {
+TEST(DeviceReport, WithoutOhciPrintsTheDevicesOfLevelOne) {
     EXPECT_EQ(outlineOf(reportOf(named("uhci root", "00 ") + named("keyboard", "01 ") +
                                  named("behind a hub", "02 "))),
               "keyboard ");
 }
 
-TEST(DeviceReport, RemembersTheLevelOfTheLastOhciDevice) {
+TEST(DeviceReport, UsesTheLevelOfTheLastOhciDevice) {
     EXPECT_EQ(outlineOf(reportOf(named("one", "01 ") + named("an ohci thing", "02 ") +
                                  named("two", "03 ") + named("three", "01 "))),
               "one level is 2 an ohci thing two ");
@@ -133,7 +134,7 @@ TEST(DeviceReport, UnknownClassAndSubClassHaveAnEmptyValue) {
               std::string::npos);
 }
 
-TEST(DeviceReport, LeavesTheQueueAsItWas) {
+TEST(DeviceReport, LeavesTheQueueUnchanged) {
     PrivateDeviceList::show(named("a") + named("b", "02 ") + named("c"));
     const CaughtOutput output;
     result reader;
@@ -153,7 +154,7 @@ TEST(DeviceReport, AnEmptyLevelEndsItEvenOfADeviceThatIsNotPrinted) {
     EXPECT_EQ(reportOf(named("ohci", "")), "[device 1 of the list, \"ohci\", has no level]");
 }
 
-TEST(DeviceReport, AnEmptyClassEndsItBehindTheInterfaceNumber) {
+TEST(DeviceReport, AnEmptyClassEndsItAfterTheInterfaceNumber) {
     Parts parts;
     parts.classCode = "";
     EXPECT_EQ(reportOf(listed(parts)),
@@ -161,7 +162,7 @@ TEST(DeviceReport, AnEmptyClassEndsItBehindTheInterfaceNumber) {
                   "[device 1 of the list, \"Mouse\", has no interface class]");
 }
 
-TEST(DeviceReport, AnEmptySubClassEndsItBehindTheClass) {
+TEST(DeviceReport, AnEmptySubClassEndsItAfterTheClass) {
     Parts parts;
     parts.subClassCode = "";
     EXPECT_EQ(reportOf(listed(parts)),
@@ -169,7 +170,7 @@ TEST(DeviceReport, AnEmptySubClassEndsItBehindTheClass) {
                   "[device 1 of the list, \"Mouse\", has no interface subclass]");
 }
 
-TEST(DeviceReport, AnEmptyProtocolEndsItBehindTheSubClass) {
+TEST(DeviceReport, AnEmptyProtocolEndsItAfterTheSubClass) {
     Parts parts;
     parts.protocolCode = "";
     EXPECT_EQ(reportOf(listed(parts)),
@@ -177,7 +178,7 @@ TEST(DeviceReport, AnEmptyProtocolEndsItBehindTheSubClass) {
                   "[device 1 of the list, \"Mouse\", has no interface protocol]");
 }
 
-TEST(DeviceReport, AnEmptyClassOfADeviceThatIsNotPrintedDoesNotMatter) {
+TEST(DeviceReport, AnEmptyClassOfADeviceThatIsNotPrintedIsIgnored) {
     Parts parts;
     parts.level = "02 ";
     parts.classCode = "";
@@ -195,14 +196,14 @@ TEST(Driver, PrintsTheBannerAndTheReport) {
     EXPECT_EQ(outcome.status, 0);
 }
 
-TEST(Driver, OfAnEmptyListPrintsTheBannerAlone) {
+TEST(Driver, PrintsOnlyTheBannerForAnEmptyList) {
     PrivateDeviceList::show("");
     const CommandOutcome outcome = runDriver();
     EXPECT_EQ(outcome.output, banner);
     EXPECT_EQ(outcome.status, 0);
 }
 
-TEST(Driver, OfAMissingListPrintsTheReadersMessages) {
+TEST(Driver, PrintsTheReadersMessagesForAMissingList) {
     const PrivateDeviceList::Missing missing;
     const CommandOutcome outcome = runDriver();
     EXPECT_EQ(outcome.output,
@@ -210,7 +211,7 @@ TEST(Driver, OfAMissingListPrintsTheReadersMessages) {
     EXPECT_EQ(outcome.status, 0);
 }
 
-TEST(Driver, NamesDeviceAndFieldBehindWhatItPrintedAndFails) {
+TEST(Driver, NamesDeviceAndFieldAfterTheReportAndFails) {
     PrivateDeviceList::show(listed({}) + named("broken", ""));
     const CommandOutcome outcome = runDriver();
     EXPECT_EQ(outcome.output,
@@ -218,12 +219,12 @@ TEST(Driver, NamesDeviceAndFieldBehindWhatItPrintedAndFails) {
     EXPECT_EQ(outcome.status, 1);
 }
 
-TEST(Driver, KeepsItsMessageApartFromTheReport) {
+TEST(Driver, WritesItsMessageToStandardError) {
     PrivateDeviceList::show(named("broken", ""));
     EXPECT_EQ(runDriver("2>/dev/null").output, banner);
 }
 
-TEST(Driver, FailsWhereItsReportCannotBeWritten) {
+TEST(Driver, FailsIfItsReportCannotBeWritten) {
     PrivateDeviceList::show(listed({}));
     const CommandOutcome outcome = runDriver(">/dev/full");
     EXPECT_EQ(outcome.output, "usbdevices: cannot write the report to standard output\n");

@@ -25,7 +25,7 @@ TEST(GetString, WithoutTheKeyIsEmpty) {
     EXPECT_EQ(getString("T:  Lev=00 ", "bus=", "\n"), "");
 }
 
-TEST(GetString, WithoutTheEndIsEmptyAlthoughTheKeyIsThere) {
+TEST(GetString, WithoutTheEndIsEmptyDespiteTheKey) {
     EXPECT_EQ(getString("T:  Bus=01 ", "bus=", "lev="), "");
 }
 
@@ -39,11 +39,11 @@ TEST(GetString, AnEndBeforeTheKeyDoesNotCount) {
     EXPECT_EQ(getString("Lev=7 Bus=01", "bus=", "lev="), "");
 }
 
-TEST(GetString, SearchesTheEndFromWhereTheKeyBegins) {
-    // The end inside the key is the one that is found, so nothing stands between the two.
+TEST(GetString, SearchesTheEndFromTheBeginningOfTheKey) {
+    // An end inside the key is found first.
     EXPECT_EQ(getString("Vendor=0409 dor", "vendor=", "dor"), "");
     EXPECT_EQ(getString("Vendor=0409 Vendor=", "vendor=", "vendor="), "");
-    // One that ends with the key leaves nothing, either; one behind it is as good as any other.
+    // So is one at the end of the key, and one right after it.
     EXPECT_EQ(getString("Vendor=0409 ", "vendor=", "="), "");
     EXPECT_EQ(getString("Vendor=ProdID=0", "vendor=", "prodid"), "");
 }
@@ -62,7 +62,7 @@ TEST(GetString, KeepsBytesThatAreNoAscii) {
               "\x80");
 }
 
-TEST(LowerCase, ChangesTheLettersAToZAlone) {
+TEST(LowerCase, ChangesOnlyTheLettersAToZ) {
     for (int byte = 0; byte < 256; ++byte) {
         const char character = static_cast<char>(byte);
         const char expected = byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + 32) : character;
@@ -70,7 +70,7 @@ TEST(LowerCase, ChangesTheLettersAToZAlone) {
     }
 }
 
-TEST(FindIgnoringCase, FindsAMatchAtEitherEndAndNoneBeyond) {
+TEST(FindIgnoringCase, FindsAMatchAtEitherEnd) {
     EXPECT_EQ(findIgnoringCase("OHCI", "ohci"), 0U);
     EXPECT_EQ(findIgnoringCase("xxOhCi", "ohci"), 2U);
     EXPECT_EQ(findIgnoringCase("ohc", "ohci"), std::string_view::npos);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Lists that no kernel prints: cut, changed and invented ones. Each must be read to its end; the
-// sanitizer builds see what would go unnoticed otherwise.
+// Lists that no kernel prints: truncated, changed and random ones.
+// Each must be read to its end; the sanitizer builds detect memory errors.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -30,7 +30,7 @@ std::vector<std::filesystem::path> samples() {
     return paths;
 }
 
-/// Reads `list`, reports it and touches every value, and says how many devices it has.
+/// Reads `list`, makes its report and returns the number of its devices.
 std::size_t readWhole(std::string_view list) {
     PrivateDeviceList::show(list);
     const CaughtOutput output;
@@ -41,7 +41,7 @@ std::size_t readWhole(std::string_view list) {
     try {
         printDeviceReport(report, devices);
     } catch (const EmptyFieldError&) {
-        // an outcome like any other
+        // allowed
     }
     EXPECT_EQ(devices.size(), count);
     return count;
@@ -121,7 +121,7 @@ TEST(HostileList, RandomPiecesOfLists) {
     }
 }
 
-TEST(HostileList, AListOfNothingButOpeningAndClosingLines) {
+TEST(HostileList, AListOfOnlyOpeningAndClosingLines) {
     std::string list;
     while (list.size() < 8192) {
         list += "T\nE\n";

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What the reader makes of a device list and what it says while doing so.
+// Reads device lists and captures the reader's output.
+// One thread.
 #pragma once
 
 #include <iostream>
@@ -11,7 +12,7 @@
 #include "tests/support/PrivateDeviceList.h"
 #include "usbdevices/result.h"
 
-/// Catches what is written to std::cout as long as it lives.
+/// Captures what is written to std::cout while the object exists.
 class CaughtOutput {
 public:
     CaughtOutput() : before_(std::cout.rdbuf(caught_.rdbuf())) {}
@@ -38,7 +39,7 @@ inline std::vector<UsbDevice> inOrder(std::queue<UsbDevice> queue) {
     return devices;
 }
 
-/// Reads whatever stands at the path now.
+/// Reads the list as it is at the path.
 inline Reading readWhatIsThere() {
     const CaughtOutput output;
     result reader;

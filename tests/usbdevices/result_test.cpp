@@ -59,7 +59,7 @@ TEST(Result, KeepsTheOrderOfTheList) {
     EXPECT_EQ(devices[1].getTopology()->getBus(), "01 ");
 }
 
-TEST(Result, WritesItsBannerAlone) {
+TEST(Result, WritesOnlyItsBanner) {
     PrivateDeviceList::show(hub);
     EXPECT_EQ(readWhatIsThere().output, banner);
 }
@@ -89,7 +89,7 @@ TEST(Result, AListThatMayNotBeReadGivesBothMessages) {
               std::string(banner) + "could not open usb device file \ncould not read file \n");
 }
 
-TEST(Result, AFolderInItsPlaceOpensButCannotBeRead) {
+TEST(Result, AFolderInItsPlaceCanBeOpenedButNotRead) {
     const PrivateDeviceList::Folder folder;
     const Reading reading = readWhatIsThere();
     EXPECT_TRUE(reading.devices.empty());
@@ -117,7 +117,7 @@ TEST(Result, ASecondReadingAppendsTheDevicesAgain) {
     EXPECT_EQ(devices[2].getTopology()->getBus(), "07 ");
 }
 
-TEST(Result, WhatASecondReadingBeginsWithIsNoDeviceLeftFromTheFirst) {
+TEST(Result, ASecondReadingDoesNotContinueADeviceOfTheFirst) {
     const CaughtOutput output;
     PrivateDeviceList::show(device("01") + interface("5"));
     result reader;
@@ -147,7 +147,7 @@ TEST(Result, TheLastLineOfAListThatBeginsWithAnEmptyLineIsNotProcessed) {
     EXPECT_EQ(readList("\n" + hub + "\n").size(), 1U);
     // Two empty lines: only the first line feed of all is not counted.
     EXPECT_TRUE(readList("\n\n" + hub).empty());
-    // An empty line further on costs nothing.
+    // An empty line elsewhere does not matter.
     EXPECT_EQ(readList(hub + "\n" + device("02") + endpoint).size(), 2U);
 }
 
@@ -156,7 +156,7 @@ TEST(Result, AListOfLineFeedsIsEmpty) {
     EXPECT_TRUE(readList("\n\n\n").empty());
 }
 
-TEST(Result, TheFirstEndpointBehindATopologyClosesTheDevice) {
+TEST(Result, TheFirstEndpointAfterATopologyCompletesTheDevice) {
     const auto devices = readList(device("01") + interface("0") + endpoint + endpoint +
                                   device("02") + interface("1") + endpoint);
     ASSERT_EQ(devices.size(), 2U);
@@ -164,14 +164,14 @@ TEST(Result, TheFirstEndpointBehindATopologyClosesTheDevice) {
     EXPECT_EQ(devices[1].getInterface()->getInterface(), " 1 ");
 }
 
-TEST(Result, AnEndpointBeforeAnyTopologyClosesNothing) {
+TEST(Result, AnEndpointBeforeAnyTopologyCompletesNoDevice) {
     EXPECT_TRUE(readList(endpoint + interface("0") + endpoint).empty());
     const auto devices = readList(interface("7") + endpoint + device("01") + endpoint);
     ASSERT_EQ(devices.size(), 1U);
     EXPECT_EQ(devices[0].getInterface()->getInterface(), " 7 ");
 }
 
-TEST(Result, LaterInterfacesSpillIntoTheNextDevice) {
+TEST(Result, LaterInterfacesGoToTheNextDevice) {
     const auto devices = readList(device("01") + interface("0") + endpoint + interface("1") +
                                   endpoint + device("02") + endpoint);
     ASSERT_EQ(devices.size(), 2U);
@@ -180,14 +180,14 @@ TEST(Result, LaterInterfacesSpillIntoTheNextDevice) {
     EXPECT_EQ(devices[1].getInterface()->getInterface(), " 1 ");
 }
 
-TEST(Result, ADevicesOwnLinesOverwriteWhatSpilledIntoIt) {
+TEST(Result, ADevicesOwnLinesOverwriteThoseOfTheDeviceBefore) {
     const auto devices = readList(device("01") + interface("0") + endpoint + interface("1") +
                                   endpoint + device("02") + interface("2") + endpoint);
     ASSERT_EQ(devices.size(), 2U);
     EXPECT_EQ(devices[1].getInterface()->getInterface(), " 2 ");
 }
 
-TEST(Result, StringsThatANextDeviceLacksSpillIntoIt) {
+TEST(Result, LaterStringsGoToTheNextDeviceIfItHasNone) {
     const auto devices = readList(device("01") + endpoint + "S:  Product=OHCI thing\n" +
                                   device("02") + "S:  SerialNumber=5\n" + endpoint);
     ASSERT_EQ(devices.size(), 2U);
@@ -255,26 +255,26 @@ TEST(Result, ALineMayFillNearlyTheWholeBuffer) {
     EXPECT_EQ(devices[0].getDeviceInfo()->getproduct(), name);
 }
 
-TEST(Result, AListOf8191BytesIsReadWhole) {
+TEST(Result, AListOf8191BytesIsReadCompletely) {
     const auto list = paddedTo(8191, hub);
     ASSERT_EQ(list.size(), 8191U);
     EXPECT_EQ(readList(list).size(), 1U);
 }
 
-TEST(Result, AListOf8192BytesIsReadWhole) {
+TEST(Result, AListOf8192BytesIsReadCompletely) {
     const auto list = paddedTo(8192, hub);
     ASSERT_EQ(list.size(), 8192U);
     EXPECT_EQ(readList(list).size(), 1U);
 }
 
-TEST(Result, OfAListOf8193BytesTheLastIsNotRead) {
+TEST(Result, TheLastByteOfAListOf8193BytesIsNotRead) {
     const auto list = paddedTo(8193, hub);
     ASSERT_EQ(list.size(), 8193U);
     EXPECT_TRUE(readList(list).empty());  // the line feed that ends the last line is cut off
     EXPECT_EQ(readList(paddedTo(8192, hub) + hub).size(), 1U);
 }
 
-TEST(Result, OfALongListOnlyTheFirst8192BytesAreRead) {
+TEST(Result, OnlyTheFirst8192BytesOfALongListAreRead) {
     std::string list;
     while (list.size() < std::size_t{3} * 8192) {
         list += hub;
@@ -283,7 +283,7 @@ TEST(Result, OfALongListOnlyTheFirst8192BytesAreRead) {
 }
 
 TEST(Result, NeverReadsASecondTime) {
-    // The pipe stays open, so whoever read on would wait for ever.
+    // The pipe stays open, so a second read would block.
     const PrivateDeviceList::Pipe pipe(hub);
     alarm(60);
     const Reading reading = readWhatIsThere();
@@ -292,7 +292,7 @@ TEST(Result, NeverReadsASecondTime) {
     EXPECT_EQ(reading.output, banner);
 }
 
-TEST(Result, ClosesTheListAgain) {
+TEST(Result, ClosesTheList) {
     PrivateDeviceList::show(hub);
     const auto nextFreeNumber = [] {
         const int file = open("/dev/null", O_RDONLY | O_CLOEXEC);

@@ -76,7 +76,7 @@ TEST(Topology, AnEmptyLineEmptiesEveryField) {
     }
 }
 
-TEST(Topology, ALineOfAnotherKindLeavesWhatItHolds) {
+TEST(Topology, ValuesOfALineOfAnotherKindAreTaken) {
     topology record;
     record.Initialize("S:  Product=Bus=9 Lev=Port");
     EXPECT_EQ(record.getBus(), "9 ");
