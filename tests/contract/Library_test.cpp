@@ -78,7 +78,7 @@ protected:
     }
 
     void setStateOfResult(State state) {
-        table_.setResultProperty(TEST_NAME, "usb1", properties::testState,
+        table_.setResultProperty(usbTestName, "usb1", properties::testState,
                                  CIMValue(static_cast<Uint16>(state)));
     }
 
@@ -139,8 +139,8 @@ TEST_F(LibraryOnDuty, saysWhichResultsAreNotCleared) {
     client_.invoke(methods::runTest, element());
     setStateOfResult(State::inProgress);
     EXPECT_EQ(client_.invoke(methods::clearResults, element()), "uint32 0");
-    EXPECT_EQ(client_.outParameters(),
-              Texts{std::string(parameters::resultsNotCleared) + "=string " + TEST_NAME + "usb1"});
+    EXPECT_EQ(client_.outParameters(), Texts{std::string(parameters::resultsNotCleared) +
+                                             "=string " + usbTestName + "usb1"});
 }
 
 TEST_F(LibraryOnDuty, stopsTheTest) {
