@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+// What the completions for the different shells are made from.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "options/Program.h"
+
+namespace options {
+
+/// The texts with `separator` between them.
+std::string join(const std::vector<std::string>& texts, const std::string& separator);
+
+/// "--server", and "-s" if it has a letter.
+std::vector<std::string> spellings(const Option& option);
+
+/// Each spelling of each option that `isWanted`.
+std::vector<std::string> spellings(const Program& program,
+                                   const std::function<bool(const Option&)>& isWanted);
+
+/// `text` with each "-" replaced by "_": a part of a variable's or function's name.
+std::string asIdentifier(std::string text);
+
+/// `text` in one line, with a backslash before each of the characters in `special`.
+std::string escaped(const std::string& text, const std::string& special);
+
+}  // namespace options
