@@ -7,11 +7,14 @@
 #include <variant>
 #include <vector>
 
-#include "cli/Syntax.h"
+#include "options/Program.h"
 
 namespace usbhcdiag {
 
-/// A command with its options.
+/// The commands that ask a server.
+enum class Command { run, tests, elements, results, clear, mof };
+
+/// Such a command with its options.
 struct Invocation {
     Command command = Command::run;
     std::optional<std::string> server;       ///< URL as given
@@ -21,19 +24,24 @@ struct Invocation {
     bool json = false;
 };
 
-/// Help was asked for: on a command, or on all.
+/// Help was asked for: on a command of program(), or on all (null).
 struct HelpRequest {
-    std::optional<Command> command;
+    const options::Command* command = nullptr;
 };
 
 struct VersionRequest {};
 
-using Request = std::variant<Invocation, HelpRequest, VersionRequest>;
+/// A completion was asked for: the shell as given.
+struct CompletionRequest {
+    std::string shell;
+};
+
+/// What a command line asks for.
+using CommandLine = std::variant<Invocation, HelpRequest, VersionRequest, CompletionRequest>;
 
 /// Reads the words after the program's name. Options may stand before and after the command.
 ///
-/// Throws UsageError, whose text names the word at fault. Main thread only: getopt_long has state
-/// of its own.
-Request readCommandLine(const std::vector<std::string>& words);
+/// Throws options::UsageError, whose text names the word at fault. Any thread may call it.
+CommandLine readCommandLine(const std::vector<std::string>& words);
 
 }  // namespace usbhcdiag

@@ -1,17 +1,11 @@
 // SPDX-License-Identifier: MIT
-// What the parts of usbhcdiag throw. main() alone catches, writes the message and picks the exit
-// status.
+// What the parts of usbhcdiag throw, beside options::UsageError. main() alone catches, writes the
+// message and picks the exit status.
 #pragma once
 
 #include <stdexcept>
 
 namespace usbhcdiag {
-
-/// The command line makes no sense; the message names the word at fault.
-class UsageError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 /// Something could not be done; the message names the file, URL or element at fault and says what
 /// to do about it.

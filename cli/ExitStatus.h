@@ -2,13 +2,15 @@
 // The exit statuses of usbhcdiag, as its manual page lists them.
 #pragma once
 
+#include "options/UsageError.h"
+
 namespace usbhcdiag {
 
 enum ExitStatus : int {
-    exitSuccess = 0,      ///< done; for `run`: the result passed
-    exitFailure = 1,      ///< could not be done, or the result did not pass
-    exitUsage = 2,        ///< the command line makes no sense
-    exitNothingRead = 3,  ///< the test ran, but had no device list to read
+    exitSuccess = 0,                 ///< done; for `run`: the result passed
+    exitFailure = 1,                 ///< could not be done, or the result did not pass
+    exitUsage = options::exitUsage,  ///< the command line makes no sense
+    exitNothingRead = 3,             ///< the test ran, but had no device list to read
 };
 
 }  // namespace usbhcdiag

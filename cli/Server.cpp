@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "cli/Errors.h"
+#include "options/UsageError.h"
 #include "wire/http/CredentialsFile.h"
 
 namespace usbhcdiag {
@@ -24,7 +25,7 @@ ServerUrl givenUrl(const Invocation& invocation) {
     try {
         url = ServerUrl::parse(*invocation.server);
     } catch (const std::invalid_argument& error) {
-        throw UsageError(std::string("--server: ") + error.what());
+        throw options::UsageError(std::string("--server: ") + error.what());
     }
     if (invocation.credentials.has_value()) {
         url.userAndPassword = wire::readCredentialsFile(*invocation.credentials).front();

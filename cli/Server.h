@@ -17,7 +17,7 @@ namespace usbhcdiag {
 /// Main thread only.
 class Server {
 public:
-    /// Does not connect yet. Throws UsageError for a URL that is none, Failure for credentials that
+    /// Does not connect yet. Throws options::UsageError for a URL that is none, Failure for credentials that
     /// cannot be used and for a private server that does not start.
     explicit Server(const Invocation& invocation);
 

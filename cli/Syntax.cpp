@@ -1,33 +1,30 @@
 // SPDX-License-Identifier: MIT
 #include "cli/Syntax.h"
 
-#include <algorithm>
-
 namespace usbhcdiag {
+namespace {
 
-const std::vector<OptionSyntax>& optionTable() {
-    static const std::vector<OptionSyntax> table = {
-        {Option::server, "server", 's', "URL",
+std::vector<options::Option> allOptions() {
+    return {
+        {"server", 's', options::Argument{"URL"},
          "talk to the CIM server at URL, for example http://localhost:5988,\n"
          "instead of a private one"},
-        {Option::credentials, "credentials", 'c', "FILE",
+        {"credentials", 'c', options::Argument{"FILE", true},
          "user and password for that server: one line \"user:password\" in\n"
          "a file that only you can read"},
-        {Option::element, "element", 'e', "DEVICEID",
+        {"element", 'e', options::Argument{"DEVICEID"},
          "the host controller with that DeviceID (see `usbhcdiag elements`)"},
-        {Option::devices, "devices", 'd', "FILE",
+        {"devices", 'd', options::Argument{"FILE", true},
          "read the recorded device list FILE instead of the kernel's"},
-        {Option::json, "json", 'j', nullptr, "print JSON, for programs"},
-        {Option::help, "help", 'h', nullptr, "print help (after a command: on that command)"},
-        {Option::version, "version", 'V', nullptr, "print the version"},
+        {"json", 'j', {}, "print JSON, for programs"},
+        options::helpOption("print help (after a command: on that command)"),
+        options::versionOption(),
     };
-    return table;
 }
 
-const std::vector<CommandSyntax>& commandTable() {
-    static const std::vector<CommandSyntax> table = {
-        {Command::run,
-         "run",
+std::vector<options::Command> allCommands() {
+    std::vector<options::Command> commands = {
+        {"run",
          "run the test and print its report",
          "Runs the diagnostic test on one USB host controller and prints the report, one\n"
          "line of \"TestResults\" per line and nothing else: a block for each USB device, a\n"
@@ -42,25 +39,22 @@ const std::vector<CommandSyntax>& commandTable() {
          "  usbhcdiag run --devices list.txt     a list from somebody's bug report\n"
          "  usbhcdiag run --json | jq .TestCompletionTime\n"
          "  usbhcdiag run --server http://localhost:5988 --element 0000:00:14.0\n",
-         {Option::element, Option::devices, Option::server, Option::credentials, Option::json}},
-        {Command::tests,
-         "tests",
+         {"element", "devices", "server", "credentials", "json", "help"}},
+        {"tests",
          "list the diagnostic tests",
          "Lists the diagnostic tests that the server offers, with --json as an array of\n"
          "instances with all their properties.\n",
          "  usbhcdiag tests\n"
          "  usbhcdiag tests --server http://localhost:5988 --json\n",
-         {Option::server, Option::credentials, Option::json}},
-        {Command::elements,
-         "elements",
+         {"server", "credentials", "json", "help"}},
+        {"elements",
          "list the USB host controllers that can be tested",
          "Lists the USB host controllers that the server knows, with --json as an array of\n"
          "instances with all their properties. The DeviceID is what --element takes.\n",
          "  usbhcdiag elements\n"
          "  usbhcdiag elements --devices list.txt\n",
-         {Option::devices, Option::server, Option::credentials, Option::json}},
-        {Command::results,
-         "results",
+         {"devices", "server", "credentials", "json", "help"}},
+        {"results",
          "list the results that the server keeps",
          "Lists the results of earlier runs, with --json as an array of instances with all\n"
          "their properties, the report lines in \"TestResults\". A server keeps the last\n"
@@ -69,9 +63,8 @@ const std::vector<CommandSyntax>& commandTable() {
          "  usbhcdiag results --server http://localhost:5988\n"
          "  usbhcdiag results --server http://localhost:5988 --element 0000:00:14.0 --json |\n"
          "      jq -r '.[].TestResults[]'          the report again\n",
-         {Option::element, Option::server, Option::credentials, Option::json}},
-        {Command::clear,
-         "clear",
+         {"element", "server", "credentials", "json", "help"}},
+        {"clear",
          "remove results from the server",
          "Removes the results that the server keeps: all, or those of one host controller.\n"
          "A result whose test is in progress stays; that is said on standard error, and the\n"
@@ -79,36 +72,59 @@ const std::vector<CommandSyntax>& commandTable() {
          "nothing to remove.\n",
          "  usbhcdiag clear --server http://localhost:5988\n"
          "  usbhcdiag clear --server http://localhost:5988 --element 0000:00:14.0\n",
-         {Option::element, Option::server, Option::credentials}},
-        {Command::mof,
-         "mof",
+         {"element", "server", "credentials", "help"}},
+        {"mof",
          "print this machine's elements as MOF, to load into OpenPegasus",
          "Prints the instances that a run refers to (the host controllers, the computer\n"
          "system, the test software) in MOF, the language that OpenPegasus loads. A private\n"
          "server makes them from this machine. The classes are not among them: load those\n"
          "first.\n",
          "  usbhcdiag mof > machine.mof && cimmof -n root/kavex machine.mof\n",
-         {Option::devices, Option::server, Option::credentials}},
+         {"devices", "server", "credentials", "help"}},
+        {"completion",
+         "print the completion for a shell",
+         "Prints a script with which the shell completes the commands, options and file names\n"
+         "of usbhcdiag. SHELL is bash, zsh or fish. The packages install all three.\n",
+         "  source <(usbhcdiag completion bash)        in ~/.bashrc; zsh likewise\n"
+         "  usbhcdiag completion fish | source         in ~/.config/fish/config.fish\n",
+         {"help"},
+         {options::shellArgument()}},
     };
-    return table;
+    options::Argument topic{"COMMAND", false, {}, true};
+    for (const options::Command& command : commands) {
+        topic.words.push_back(command.name);
+    }
+    commands.push_back(
+        {"help",
+         "print help, on a command or on all",
+         "Prints the same as `usbhcdiag COMMAND --help`, or as `usbhcdiag --help`.\n",
+         "  usbhcdiag help run\n",
+         {"help"},
+         {topic}});
+    return commands;
 }
 
-const OptionSyntax& syntaxOf(Option option) {
-    return *std::find_if(optionTable().begin(), optionTable().end(),
-                         [option](const OptionSyntax& syntax) { return syntax.option == option; });
-}
+}  // namespace
 
-const CommandSyntax& syntaxOf(Command command) {
-    return *std::find_if(
-        commandTable().begin(), commandTable().end(),
-        [command](const CommandSyntax& syntax) { return syntax.command == command; });
-}
-
-const CommandSyntax* findCommand(std::string_view name) {
-    const auto found =
-        std::find_if(commandTable().begin(), commandTable().end(),
-                     [name](const CommandSyntax& syntax) { return syntax.name == name; });
-    return found == commandTable().end() ? nullptr : &*found;
+const options::Program& program() {
+    static const options::Program program = {
+        "usbhcdiag",
+        "Diagnoses the USB host controllers of a Linux machine through CIM, the model that\n"
+        "management servers speak. Without --server each command starts a private server\n"
+        "(cimhost) with the diagnostics provider in it, and ends it again: nothing else needs\n"
+        "to be installed or running.\n",
+        "Start with:\n"
+        "  usbhcdiag run             the report on this machine's USB devices\n"
+        "  usbhcdiag elements        the host controllers it can be filed under\n"
+        "\n"
+        "Exit status: 0 done (run: the result passed), 1 a failure (run: the result did not\n"
+        "pass), 2 wrong usage, 3 the test had no device list to read.\n"
+        "\n"
+        "NO_COLOR in the environment turns colours off. The manual: man usbhcdiag\n",
+        allOptions(),
+        allCommands(),
+    };
+    return program;
 }
 
 }  // namespace usbhcdiag

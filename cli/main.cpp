@@ -10,8 +10,11 @@
 #include <Pegasus/Common/Exception.h>
 
 #include "cli/Errors.h"
-#include "cli/Help.h"
+#include "cli/Syntax.h"
 #include "cli/commands/Commands.h"
+#include "options/Completion.h"
+#include "options/Help.h"
+#include "options/UsageError.h"
 #include "wire/cimxml/XmlText.h"
 #include "wire/client/CimClient.h"
 
@@ -47,17 +50,20 @@ ExitStatus perform(const Invocation& invocation) {
     }
 }
 
-ExitStatus perform(const Request& request) {
-    if (const auto* help = std::get_if<HelpRequest>(&request)) {
-        std::cout << (help->command.has_value() ? commandHelp(syntaxOf(*help->command))
-                                                : generalHelp());
-        return exitSuccess;
-    }
-    if (std::holds_alternative<VersionRequest>(request)) {
-        std::cout << versionText();
-        return exitSuccess;
-    }
-    return perform(std::get<Invocation>(request));
+ExitStatus perform(const HelpRequest& request) {
+    std::cout << (request.command == nullptr ? options::programHelp(program())
+                                             : options::commandHelp(program(), *request.command));
+    return exitSuccess;
+}
+
+ExitStatus perform(const VersionRequest& /*request*/) {
+    std::cout << options::versionText(program());
+    return exitSuccess;
+}
+
+ExitStatus perform(const CompletionRequest& request) {
+    std::cout << options::completionScript(program(), request.shell);
+    return exitSuccess;
 }
 
 /// Takes a password in a URL out of what other users see of this process.
@@ -83,14 +89,14 @@ int runProgram(int argc, char* argv[]) {
     const std::vector<std::string> words(argv + 1, argv + argc);
     hidePasswords(argc, argv);
     try {
-        const ExitStatus status = perform(readCommandLine(words));
+        const ExitStatus status =
+            std::visit([](const auto& asked) { return perform(asked); }, readCommandLine(words));
         if (!std::cout.flush()) {
             throw Failure("standard output cannot be written");
         }
         return status;
-    } catch (const UsageError& error) {
-        complain(error);
-        std::cerr << "Try `usbhcdiag --help`.\n";
+    } catch (const options::UsageError& error) {
+        std::cerr << options::usageComplaint(program(), error.what());
         return exitUsage;
     } catch (const NothingRead& error) {
         complain(error);

@@ -21,6 +21,7 @@ constexpr std::array<Shell, 3> shells = {
 
 std::vector<std::string> completedShells() {
     std::vector<std::string> names;
+    names.reserve(shells.size());
     for (const Shell& shell : shells) {
         names.emplace_back(shell.name);
     }

@@ -34,9 +34,11 @@ std::string optionSpecs(const Option& option) {
     }
     std::string text;
     for (const std::string& spelling : spellings(option)) {
-        const bool isLong = spelling.rfind("--", 0) == 0;
-        const std::string ending = !option.argument.has_value() ? "" : isLong ? "=" : "+";
-        text += "        " + quoted(before + spelling + ending + after) + "\n";
+        std::string spec = before + spelling;
+        if (option.argument.has_value()) {
+            spec += spelling.rfind("--", 0) == 0 ? "=" : "+";
+        }
+        text += "        " + quoted(spec.append(after)) + "\n";
     }
     return text;
 }

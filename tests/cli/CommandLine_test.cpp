@@ -3,7 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "cli/Errors.h"
+#include "cli/Syntax.h"
+#include "options/UsageError.h"
 
 namespace usbhcdiag {
 namespace {
@@ -15,15 +16,33 @@ Invocation invocation(const std::vector<std::string>& words) {
 std::string complaint(const std::vector<std::string>& words) {
     try {
         readCommandLine(words);
-    } catch (const UsageError& error) {
+    } catch (const options::UsageError& error) {
         return error.what();
     }
     return "(none)";
 }
 
+/// The name of the command that help is asked for.
+std::string helpOn(const std::vector<std::string>& words) {
+    const options::Command* command = std::get<HelpRequest>(readCommandLine(words)).command;
+    return command == nullptr ? "everything" : command->name;
+}
+
 TEST(CommandLine, TakesEachCommandAlone) {
-    for (const CommandSyntax& syntax : commandTable()) {
-        EXPECT_EQ(invocation({syntax.name}).command, syntax.command) << syntax.name;
+    EXPECT_EQ(invocation({"run"}).command, Command::run);
+    EXPECT_EQ(invocation({"tests"}).command, Command::tests);
+    EXPECT_EQ(invocation({"elements"}).command, Command::elements);
+    EXPECT_EQ(invocation({"results"}).command, Command::results);
+    EXPECT_EQ(invocation({"clear"}).command, Command::clear);
+    EXPECT_EQ(invocation({"mof"}).command, Command::mof);
+}
+
+TEST(CommandLine, KnowsEveryCommandOfTheTable) {
+    for (const options::Command& command : program().commands) {
+        EXPECT_NO_THROW(readCommandLine({command.name, "--help"})) << command.name;
+        if (command.operands.empty()) {
+            EXPECT_NO_THROW(readCommandLine({command.name})) << command.name;
+        }
     }
 }
 
@@ -50,12 +69,21 @@ TEST(CommandLine, TakesWordsAfterTwoDashesAsOperands) {
 }
 
 TEST(CommandLine, FindsHelpAndItsCommandInEveryOrder) {
-    EXPECT_EQ(std::get<HelpRequest>(readCommandLine({"--help"})).command, std::nullopt);
-    EXPECT_EQ(std::get<HelpRequest>(readCommandLine({"-h"})).command, std::nullopt);
-    EXPECT_EQ(std::get<HelpRequest>(readCommandLine({"help"})).command, std::nullopt);
-    EXPECT_EQ(std::get<HelpRequest>(readCommandLine({"help", "mof"})).command, Command::mof);
-    EXPECT_EQ(std::get<HelpRequest>(readCommandLine({"run", "--help"})).command, Command::run);
-    EXPECT_EQ(std::get<HelpRequest>(readCommandLine({"--help", "clear"})).command, Command::clear);
+    EXPECT_EQ(helpOn({"--help"}), "everything");
+    EXPECT_EQ(helpOn({"-h"}), "everything");
+    EXPECT_EQ(helpOn({"help"}), "everything");
+    EXPECT_EQ(helpOn({"help", "mof"}), "mof");
+    EXPECT_EQ(helpOn({"help", "help"}), "help");
+    EXPECT_EQ(helpOn({"help", "--help"}), "help");
+    EXPECT_EQ(helpOn({"run", "--help"}), "run");
+    EXPECT_EQ(helpOn({"--help", "clear"}), "clear");
+    EXPECT_EQ(helpOn({"completion", "--help"}), "completion");
+}
+
+TEST(CommandLine, FindsTheShellOfACompletion) {
+    EXPECT_EQ(std::get<CompletionRequest>(readCommandLine({"completion", "fish"})).shell, "fish");
+    EXPECT_EQ(complaint({"completion"}), "`completion` needs SHELL");
+    EXPECT_EQ(complaint({"completion", "bash", "zsh"}), "`completion` does not take \"zsh\"");
 }
 
 TEST(CommandLine, FindsVersion) {
@@ -79,7 +107,10 @@ TEST(CommandLine, NamesTheWordAtFault) {
 
 TEST(CommandLine, RefusesAnOptionGivenTwiceOrEmpty) {
     EXPECT_EQ(complaint({"run", "-e", "a", "--element", "b"}), "option --element is given twice");
+    EXPECT_EQ(complaint({"run", "--json", "-j"}), "option --json is given twice");
     EXPECT_EQ(complaint({"run", "--devices="}), "the argument of --devices is empty");
+    EXPECT_EQ(complaint({"--server=", "run"}), "the argument of --server is empty");
+    EXPECT_EQ(complaint({"run", "--server", ""}), "the argument of --server is empty");
 }
 
 TEST(CommandLine, RefusesWhatContradicts) {

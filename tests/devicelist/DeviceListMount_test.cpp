@@ -9,6 +9,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -196,17 +198,32 @@ TEST_F(DeviceListMountTest, ACommandThatCannotBeRunIsNamed) {
     EXPECT_EQ(outcome.status, 126);
 }
 
-TEST(WithDeviceList, WrongUsageIsExplained) {
-    for (const char* arguments : {"", " list", " list --", " --unknown list true"}) {
+TEST(WithDeviceList, WrongUsageIsNamed) {
+    const std::vector<std::pair<std::string, std::string>> complaints = {
+        {"", "`with-device-list` needs FILE"},
+        {" list", "`with-device-list` needs COMMAND"},
+        {" list --", "`with-device-list` needs COMMAND"},
+        {" '' true", "the argument FILE is empty"},
+        {" --unknown list true", "there is no option --unknown"},
+        {" list --unknown true", "there is no option --unknown"},
+        {" --completion csh", "there is no completion for \"csh\", only for bash, zsh, fish"},
+    };
+    for (const auto& [arguments, complaint] : complaints) {
         const CommandOutcome outcome = runCommand(program + arguments);
-        EXPECT_EQ(outcome.output.rfind("usage: with-device-list FILE [--] COMMAND", 0), 0U)
-            << arguments;
+        EXPECT_EQ(outcome.output,
+                  "with-device-list: " + complaint + "\nTry `with-device-list --help`.\n");
         EXPECT_EQ(outcome.status, 2) << arguments;
     }
 }
 
+TEST_F(DeviceListMountTest, TheWordsOfTheCommandAreNotRead) {
+    const std::string printWords = " -- printf '%s.' --help -- --completion= ''";
+    EXPECT_EQ(runCommand(program + " " + list_ + printWords).output, "--help.--.--completion=..");
+}
+
 TEST(WithDeviceList, HelpIsNoFailure) {
     const CommandOutcome outcome = runCommand(program + " --help 2>/dev/null");
+    EXPECT_EQ(outcome.output.rfind("Usage: with-device-list [OPTION]... FILE [--] COMMAND", 0), 0U);
     EXPECT_NE(outcome.output.find(place), std::string::npos);
     EXPECT_EQ(outcome.status, 0);
 }

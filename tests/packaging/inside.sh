@@ -68,7 +68,10 @@ check "an empty list is told from a good run" exits_with 3 usbhcdiag run --devic
 check "the debug log lies in its folder" test -s $log
 check "no process is left" sh -c '! pgrep cimhost 2>/dev/null && ! ls -l /proc/[0-9]*/exe 2>/dev/null | grep cimhost'
 check "the manual pages are there" test -s /usr/share/man/man1/usbhcdiag.1.gz
-check "the completion loads" bash -c "source /usr/share/bash-completion/completions/usbhcdiag && complete -p usbhcdiag"
+for program in usbhcdiag cimhost with-device-list; do
+    check "the completion of $program loads" bash -c "source /usr/share/bash-completion/completions/$program && complete -p $program"
+    check "  for zsh and fish it is there" test -s /usr/share/zsh/vendor-completions/_$program -a -s /usr/share/fish/vendor_completions.d/$program.fish
+done
 check "the registration command is there" sh -c 'usbhcdiag-openpegasus --help | grep -q register'
 check "the package installs again over itself" apt-get -qq install -y --reinstall /package.deb
 

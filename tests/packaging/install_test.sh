@@ -31,7 +31,11 @@ for file in ARCHITECTURE.md CONTRIBUTING.md decisions; do
     test ! -e "$documents/$file"
 done
 test -s "$folder/second/share/man/man1/usbhcdiag.1.gz"
-test -s "$folder/second/share/bash-completion/completions/usbhcdiag"
+for program in usbhcdiag cimhost with-device-list; do
+    test -s "$folder/second/share/bash-completion/completions/$program"
+    test -s "$folder/second/share/zsh/vendor-completions/_$program"
+    test -s "$folder/second/share/fish/vendor_completions.d/$program.fish"
+done
 # Where the debug log has no fixed place there is nothing to rotate.
 test ! -e "$folder/second/etc/logrotate.d"
 echo "all as expected"

@@ -4,17 +4,12 @@
 
 #include <cstdint>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
-namespace cimhost {
+#include "options/Program.h"
 
-/// A command line that makes no sense; the text says what is wrong with it.
-class UsageError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
+namespace cimhost {
 
 /// What the command line asks for.
 struct Options {
@@ -26,12 +21,13 @@ struct Options {
     std::optional<std::string> credentials;  ///< absent: everybody on this machine is let in
     bool help = false;
     bool version = false;
+    std::optional<std::string> completion;  ///< a shell: its completion is to be printed
 };
 
-/// Reads the arguments behind the program's name. Throws UsageError.
-Options parseOptions(const std::vector<std::string>& arguments);
+/// The options as data: what the parser accepts, and help and completion are made from.
+const options::Program& program();
 
-/// What --help prints.
-extern const char* const helpText;
+/// Reads the arguments after the program's name. Throws options::UsageError. Any thread may call it.
+Options parseOptions(const std::vector<std::string>& arguments);
 
 }  // namespace cimhost

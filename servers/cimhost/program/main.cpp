@@ -17,6 +17,9 @@
 
 #include "devicelist/DeviceListMount.h"
 #include "devicelist/HostControllers.h"
+#include "options/Completion.h"
+#include "options/Help.h"
+#include "options/UsageError.h"
 #include "servers/cimhost/machine/MachineElements.h"
 #include "servers/cimhost/program/Host.h"
 #include "servers/cimhost/program/Installation.h"
@@ -32,7 +35,6 @@ namespace {
 using namespace cimhost;
 
 constexpr int exitFailure = 1;
-constexpr int exitUsage = 2;
 
 // Whoever started this program may give up waiting after a few seconds.
 constexpr std::chrono::milliseconds endPatience{1000};
@@ -147,21 +149,25 @@ int main(int argc, char** argv) {
     try {
         const Options options = parseOptions({argv + 1, argv + argc});
         if (options.help) {
-            std::cout << helpText;
+            std::cout << options::programHelp(program());
             return EXIT_SUCCESS;
         }
         if (options.version) {
-            std::cout << "cimhost " << ZORVA_VERSION << '\n';
+            std::cout << options::versionText(program());
+            return EXIT_SUCCESS;
+        }
+        if (options.completion.has_value()) {
+            std::cout << options::completionScript(program(), *options.completion);
             return EXIT_SUCCESS;
         }
         boundMemory();
         return serve(options);
-    } catch (const UsageError& error) {
-        std::cerr << "cimhost: " << error.what() << "\nTry \"cimhost --help\".\n";
-        return exitUsage;
+    } catch (const options::UsageError& error) {
+        std::cerr << options::usageComplaint(program(), error.what());
+        return options::exitUsage;
     } catch (const std::invalid_argument& error) {
-        std::cerr << "cimhost: " << error.what() << '\n';
-        return exitUsage;
+        std::cerr << options::usageComplaint(program(), error.what());
+        return options::exitUsage;
     } catch (const std::exception& error) {
         std::cerr << "cimhost: " << error.what() << '\n';
     } catch (const Pegasus::Exception& error) {

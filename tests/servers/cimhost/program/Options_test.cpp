@@ -6,13 +6,15 @@
 
 #include <gtest/gtest.h>
 
+#include "options/UsageError.h"
+
 namespace cimhost {
 namespace {
 
 std::string error(const std::vector<std::string>& arguments) {
     try {
         parseOptions(arguments);
-    } catch (const UsageError& error) {
+    } catch (const options::UsageError& error) {
         return error.what();
     }
     return "no error";
@@ -24,7 +26,7 @@ TEST(OptionsTest, WithoutArgumentsTheInstalledFilesAreServedOnAFreeLoopbackPort)
     EXPECT_EQ(options.port, 0);
     EXPECT_TRUE(options.mofFiles.empty());
     EXPECT_FALSE(options.provider || options.devices || options.credentials);
-    EXPECT_FALSE(options.help || options.version);
+    EXPECT_FALSE(options.help || options.version || options.completion);
 }
 
 TEST(OptionsTest, EveryOptionIsRead) {
@@ -46,16 +48,29 @@ TEST(OptionsTest, PortsHaveSixteenBits) {
     EXPECT_EQ(error({"--port", "65536"}),
               "\"65536\" is no port: a number from 0 to 65535 is needed");
     EXPECT_EQ(error({"--port", "-1"}), "\"-1\" is no port: a number from 0 to 65535 is needed");
-    EXPECT_EQ(error({"--port="}), "\"\" is no port: a number from 0 to 65535 is needed");
+    EXPECT_EQ(error({"--port", "1 "}), "\"1 \" is no port: a number from 0 to 65535 is needed");
     EXPECT_EQ(error({"--port", "99999999999999999999"}),
               "\"99999999999999999999\" is no port: a number from 0 to 65535 is needed");
 }
 
 TEST(OptionsTest, WrongUsageIsNamed) {
     EXPECT_EQ(error({"--prot", "1"}), "there is no option --prot");
-    EXPECT_EQ(error({"list"}), "there is no option list");
-    EXPECT_EQ(error({"--help=yes"}), "there is no option --help=yes");
-    EXPECT_EQ(error({"--mof"}), "a value is missing behind --mof");
+    EXPECT_EQ(error({"--dev", "list"}), "there is no option --dev");
+    EXPECT_EQ(error({"list"}), "`cimhost` does not take \"list\"");
+    EXPECT_EQ(error({"--help=yes"}), "option --help=yes takes no argument");
+    EXPECT_EQ(error({"--mof"}), "option --mof needs an argument");
+    EXPECT_EQ(error({"--port="}), "the argument of --port is empty");
+    EXPECT_EQ(error({"--mof", "a", "--mof", ""}), "the argument of --mof is empty");
+    EXPECT_EQ(error({"--port", "1", "--port=1"}), "option --port is given twice");
+}
+
+TEST(OptionsTest, HelpAndVersionHaveALetter) {
+    EXPECT_TRUE(parseOptions({"-h"}).help);
+    EXPECT_TRUE(parseOptions({"-V"}).version);
+}
+
+TEST(OptionsTest, ACompletionIsForAShell) {
+    EXPECT_EQ(parseOptions({"--completion", "zsh"}).completion, "zsh");
 }
 
 }  // namespace
