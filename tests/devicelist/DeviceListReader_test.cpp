@@ -349,6 +349,15 @@ TEST(DeviceListReader, TellsWhatIsWrongWithALine) {
                "has the name of another type"}));
 }
 
+TEST(DeviceListReader, ALabelWithinAWordIsNone) {
+    const DeviceList list = readDeviceList(
+        topology(0, 0, 0, 1) + "P:  MyVendor=1234 ProdID=0002 Rev= 6.01\n" +
+        "C:* #Ifs= 0 Cfg#= 1 Atr=e0 MxPwr=  0mA\n" +
+        "I:  If#= 0 Alt= 0 #EPs= 0 Cls=09(hub  ) Sub=00 Prot=00 NoDriver=x Driver=y\n");
+    EXPECT_EQ(list.devices.at(0).vendorId, std::nullopt);
+    EXPECT_EQ(list.devices.at(0).configurations.at(0).interfaces.at(0).driver, "y");
+}
+
 TEST(DeviceListReader, WhatCanBeReadOfADamagedLineIsThere) {
     const DeviceList list = readDeviceList(
         "T:  Bus=01 Lev=zz Dev#=  7 Spd=12\n"
@@ -413,6 +422,8 @@ TEST(DeviceListReader, ATruncatedDeviceNeedNotBeComplete) {
     ASSERT_EQ(problemsOf(list), Texts{"10: the kernel left out the rest of the device"});
     EXPECT_EQ(list.problems[0].kind, Problem::Kind::truncated);
     EXPECT_TRUE(list.unknownLines.empty());
+    EXPECT_EQ(readDeviceList(cut + "(truncated)\n").unknownLines.size(), 1U);
+    EXPECT_TRUE(readDeviceList("T:\r\n(truncated)\r\n").devices.at(0).truncated);
 }
 
 TEST(DeviceListReader, ReadsUpTo16MiB) {

@@ -100,5 +100,81 @@ TEST(DeviceListWriter, GeneratedListsOfEveryKernelComeBack) {
     }
 }
 
+TEST(DeviceListWriter, TheFormOfAListIsKept) {
+    const std::string end = " MxCh= 0\n";
+    const std::string start = "T:  Bus=01 Lev=00 Prnt=00 Port=00 Cnt=00 Dev#=  1 Spd=";
+    for (const std::string& text : {
+             start + "480" + end + start + "5000" + end,   // 2.6.35
+             start + "5000" + end + start + "480 " + end,  // 2.6.38
+             "\n" + start + "480 " + end + start + "12  " + end,
+             start + "480 " + end + "\n" + start + "12  " + end,
+             start + "??  " + end + "(truncated)\n",
+         }) {
+        EXPECT_EQ(writeDeviceList(readDeviceList(text)), text);
+    }
+}
+
+TEST(DeviceListWriter, WhatAListDoesNotTellIsNotWritten) {
+    const std::string text =
+        "T:  Lev=00 Spd=??  \n"
+        "B:  #Iso=  2\n"
+        "D:  Sub=0f\n"
+        "C:*\n"
+        "A:  IfCount= 2\n"
+        "I:  Driver=\n"
+        "E:  MxPS=   8\n"
+        "T:  Bus=01 Spd=480 \n"
+        "E:  Ad=80(I)\n";
+    const DeviceList list = readDeviceList(text);
+    EXPECT_EQ(list.devices.at(0).level, 0U);
+    EXPECT_EQ(writeDeviceList(list), text);
+}
+
+TEST(DeviceListWriter, RecordsOfOurOwnAreWrittenAsTodaysKernelDoes) {
+    Device device;
+    device.bus = 3;
+    device.level = 1;
+    device.parentNumber = 1;
+    device.port = 4;
+    device.count = 2;
+    device.number = 17;
+    device.speed = 1.5;
+    device.maxChildren = 0;
+    device.usbVersion = 0x0110;
+    device.vendorId = 0x46d;
+    device.productId = 0xc077;
+    device.release = 0x7200;
+    device.product = "USB Optical Mouse";
+    Configuration configuration;
+    configuration.active = true;
+    configuration.maxPowerMilliamperes = 98;
+    Endpoint endpoint;
+    endpoint.address = 0x81;
+    endpoint.attributes = 0x03;
+    endpoint.intervalMicroseconds = 10000;
+    Interface interface;
+    interface.usbClass.code = 3;
+    interface.usbClass.name = "HID";
+    interface.driver = "(none)";
+    interface.endpoints.push_back(endpoint);
+    endpoint.attributes = 0x00;
+    endpoint.intervalMicroseconds = 1125;
+    interface.endpoints.push_back(endpoint);
+    configuration.interfaces.push_back(interface);
+    device.configurations.push_back(configuration);
+    DeviceList list;
+    list.devices.push_back(device);
+    EXPECT_EQ(writeDeviceList(list),
+              "\n"
+              "T:  Bus=03 Lev=01 Prnt=01 Port=04 Cnt=02 Dev#= 17 Spd=1.5  MxCh= 0\n"
+              "D:  Ver= 1.10\n"
+              "P:  Vendor=046d ProdID=c077 Rev=72.00\n"
+              "S:  Product=USB Optical Mouse\n"
+              "C:* MxPwr= 98mA\n"
+              "I:  Cls=03(HID  ) Driver=(none)\n"
+              "E:  Ad=81(I) Atr=03(Int.) Ivl=10ms\n"
+              "E:  Ad=81(B) Atr=00(Ctrl) Ivl=1125us\n");
+}
+
 }  // namespace
 }  // namespace devicelist

@@ -2,7 +2,10 @@
 // Host controllers are found in sysfs and in recorded lists.
 #include "devicelist/HostControllers.h"
 
+#include <fcntl.h>
+#include <stdlib.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -11,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/FileDescriptor.h"
 #include "devicelist/DeviceListReader.h"
 
 namespace devicelist {
@@ -80,6 +84,10 @@ TEST_F(HostControllersTest, ARootHubWithoutAddressIsNamedAfterItsBus) {
                                     "T:  Bus=010 Lev=00 Prnt=00\nS:  SerialNumber=a/b.c\n"
                                     "T:  Bus=00 Lev=00 Prnt=00\n"),
               (Names{"usb1", "usb3", "usb10", "usb0"}));
+    EXPECT_EQ(hostControllersOfText(
+                  "T:  Bus=01 Lev=00\nS:  SerialNumber=0." + std::string(62, '0') +
+                  "\nT:  Bus=02 Lev=00\nS:  SerialNumber=0." + std::string(63, '0') + "\n"),
+              (Names{"0." + std::string(62, '0'), "usb2"}));
 }
 
 TEST_F(HostControllersTest, AnAddressCountsOnce) {
@@ -93,6 +101,7 @@ TEST_F(HostControllersTest, AListWithoutRootHubHasOneControllerAllTheSame) {
     EXPECT_EQ(hostControllersOfText("T:  Bus=01 Lev=01 Prnt=01\nS:  SerialNumber=0000:00:1d.7"),
               Names{"usbhc0"});
     EXPECT_EQ(hostControllersOfText("S:  SerialNumber=0000:00:1d.7\n\n\n"), Names{"usbhc0"});
+    EXPECT_EQ(hostControllersOfText("T:  Bus=01 Prnt=00\n"), Names{"usbhc0"});
 }
 
 TEST_F(HostControllersTest, AListWithOtherLineEndsHasTheSameControllers) {
@@ -132,6 +141,19 @@ TEST_F(HostControllersTest, APipeIsLeftForTheProvider) {
     const std::string pipe = (folder_ / "pipe").string();
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     EXPECT_EQ(hostControllersOfFile(pipe), Names{"usbhc0"}) << "and does not wait for a writer";
+}
+
+TEST_F(HostControllersTest, ATerminalIsLeftForTheProvider) {
+    const base::FileDescriptor terminal(::posix_openpt(O_RDWR | O_NOCTTY));
+    ASSERT_TRUE(terminal.isOpen());
+    ASSERT_EQ(::grantpt(terminal.get()), 0);
+    ASSERT_EQ(::unlockpt(terminal.get()), 0);
+    const std::string typed = "T:  Bus=07 Lev=00\n\x04\x04";
+    ASSERT_EQ(::write(terminal.get(), typed.data(), typed.size()),
+              static_cast<ssize_t>(typed.size()));
+    const std::string path = ::ptsname(terminal.get());
+    const base::FileDescriptor keptOpen(::open(path.c_str(), O_RDWR | O_NOCTTY));
+    EXPECT_EQ(hostControllersOfFile(path), Names{"usbhc0"});
 }
 
 }  // namespace

@@ -125,7 +125,7 @@ inline void ListGenerator::addDevice(const Place& place, const std::string& path
 }
 
 inline void ListGenerator::addTopology(const Place& place, unsigned number, unsigned ports) {
-    const char* const narrow[] = {"1.5", "12 ", "480", "?? "};
+    const char* const narrow[] = {"1.5", "12 ", "480", "?? ", "5000"};
     const char* const wide[] = {"1.5", "12", "480", "??", "5000", "10000"};
     text_ += form_.hasEmptyLines ? "\n" : "";
     print("T:  Bus=%2.2d Lev=%2.2d Prnt=%2.2d Port=%2.2d Cnt=%2.2d Dev#=%3d ", place.bus,
@@ -134,7 +134,7 @@ inline void ListGenerator::addTopology(const Place& place, unsigned number, unsi
         // The first tells of the column's width.
         print("Spd=%-4s ", portPaths_.size() == 1 ? "480" : wide[below(6)]);
     } else {
-        print("Spd=%3s ", narrow[below(4)]);
+        print("Spd=%3s ", narrow[below(5)]);
     }
     print("MxCh=%2d\n", ports);
     if (place.level == 0) {
