@@ -21,7 +21,8 @@ std::string padded(std::string_view text, std::size_t width, char padding) {
 
 std::string hexadecimal(unsigned number, std::size_t width, char padding = '0') {
     std::array<char, 8> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, 16).ptr;
+    const char* const end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), number, 16).ptr;
     return padded({digits.data(), static_cast<std::size_t>(end - digits.data())}, width, padding);
 }
 
