@@ -82,8 +82,8 @@ DeviceListFinding examineDeviceList(const std::string& path) {
 }
 
 DeviceListPlaces deviceListPlaces(int server) {
-    return {ZORVA_DEVICE_LIST_PATH,
-            "/proc/" + std::to_string(server) + "/root" + ZORVA_DEVICE_LIST_PATH,
+    return {base::deviceListPath,
+            "/proc/" + std::to_string(server) + "/root" + base::deviceListPath,
             base::kernelListPath, "/sys/bus/usb"};
 }
 
@@ -91,7 +91,7 @@ std::string nothingReadPrivately(const DeviceListPlaces& places, const std::stri
     const std::string start = "nothing was read: ";
     if (!replayed.empty()) {
         return start + clause(replayed, examineDeviceList(replayed)) +
-               ".\nA recorded list is a copy of " ZORVA_DEVICE_LIST_PATH " (old kernels) or " +
+               ".\nA recorded list is a copy of " + base::deviceListPath + " (old kernels) or " +
                base::kernelListPath + ".\n";
     }
     return start + clause(places.expected, examineDeviceList(places.seen)) + ".\n" +
@@ -105,7 +105,7 @@ std::string noHostController(const DeviceListPlaces& places) {
 
 std::string nothingReadAt(const std::string& url) {
     return "nothing was read: the server at " + url + " found no device list at " +
-           ZORVA_DEVICE_LIST_PATH +
+           base::deviceListPath +
            ", or an empty one.\n"
            "On that machine look at that path and at " +
            base::kernelListPath +
