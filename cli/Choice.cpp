@@ -69,7 +69,7 @@ Array<CIMInstance> chooseResults(const Array<CIMInstance>& results,
     return chosen;
 }
 
-void noteThatAPrivateServerHasNone(const Server& server) {
+void explainEmptyPrivateServer(const Server& server) {
     if (server.privateServer() != nullptr) {
         std::cerr << "usbhcdiag: a private server has no results yet; --server URL asks another\n";
     }

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Lists of instances, for people and for programs.
+//
+// Main thread only, as all that the commands are made of.
 #pragma once
 
 #include <functional>

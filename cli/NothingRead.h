@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Why there was nothing to read, and what to do about it.
+//
+// Main thread only, as all that the commands are made of.
 #pragma once
 
 #include <string>

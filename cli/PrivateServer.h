@@ -52,7 +52,7 @@ private:
 };
 
 /// The `cimhost` that belongs to this program: the one beside its executable, to which `link`
-/// points. Throws Failure where there is none.
+/// points. Throws Failure if there is none.
 std::string cimhostProgram(const std::string& link = "/proc/self/exe");
 
 }  // namespace usbhcdiag

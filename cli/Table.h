@@ -7,7 +7,7 @@
 
 namespace usbhcdiag {
 
-/// Rows under headings, in columns as wide as their widest cell.
+/// Rows under headings, in columns as wide as their widest cell. One thread at a time.
 class Table {
 public:
     explicit Table(std::vector<std::string> headings);

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What may be assumed of the places that output goes to.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 namespace usbhcdiag {

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Text on its way to people: what a terminal may get, and how wide it is. All text is UTF-8.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 #include <string>

@@ -52,7 +52,7 @@ ExitStatus clearResults(Server& server, const Invocation& invocation) {
         }
         kept += keptHere;
     }
-    noteThatAPrivateServerHasNone(server);
+    explainEmptyPrivateServer(server);
     std::cout << "removed: " << results.size() - kept << "\n";
     return kept == 0 ? exitSuccess : exitFailure;
 }

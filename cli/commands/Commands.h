@@ -2,7 +2,7 @@
 // The commands of usbhcdiag, one source file each.
 //
 // Each prints what was asked for on standard output and notes on standard error, and returns the
-// exit status. Failures are thrown: options::UsageError, Failure, NothingRead, and what Diagnostics throws.
+// exit status; main thread only. Failures are thrown: options::UsageError, Failure, NothingRead, and what Diagnostics throws.
 #pragma once
 
 #include "cli/CommandLine.h"

@@ -41,7 +41,7 @@ ExitStatus listResults(Server& server, const Invocation& invocation) {
            {"COMPLETED", completed},
            {"LINES", lineCount}},
           invocation.json);
-    noteThatAPrivateServerHasNone(server);
+    explainEmptyPrivateServer(server);
     return exitSuccess;
 }
 

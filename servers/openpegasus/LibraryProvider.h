@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The adapter's door to the provider library.
+// The provider library as the adapter sees it.
 #pragma once
 
 #include <memory>
@@ -14,14 +14,14 @@ namespace openpegasus {
 /// header names object-model types only and either side can include it.
 class LibraryProvider {
 public:
-    /// Asks the library's factory; null where the library has no provider of that name.
+    /// Asks the library's factory; null if the library has no provider of that name.
     static std::unique_ptr<LibraryProvider> create(const Pegasus::String& providerName);
 
     LibraryProvider(const LibraryProvider&) = delete;
     LibraryProvider& operator=(const LibraryProvider&) = delete;
     ~LibraryProvider();
 
-    /// Initializes the provider and gives it up to its server. To be called once.
+    /// Initializes the provider and hands it over. To be called once, by any thread.
     std::unique_ptr<serving::ServedProvider> serve(
         std::shared_ptr<Pegasus::CIMOMConnection> server);
 

@@ -226,7 +226,7 @@ Array<CIMObjectPath> OpenPegasusProvider::associatedWith(const OperationContext&
 }  // namespace openpegasus
 
 /// The one symbol that the library exports: the server asks it for each provider registered with
-/// this library. Null where there is none of that name; the server reports it.
+/// this library. Null if there is none of that name; the server reports it.
 extern "C" PEGASUS_EXPORT CIMProvider* PegasusCreateProvider(const String& providerName) {
     std::unique_ptr<openpegasus::LibraryProvider> library =
         openpegasus::LibraryProvider::create(providerName);

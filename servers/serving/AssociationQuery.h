@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Following associations: from the instances of an association class to what they tie together.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 #include <functional>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Work that nobody need wait for longer than they want to.
+// Runs a task with a timeout.
 #pragma once
 
 #include <chrono>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Object paths reach a server in several spellings; these functions tell which mean the same
 // object.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 #include <Pegasus/Common/CIMObjectPath.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The refusal of a request for which the provider has no time.
+// The refusal of a request that waited too long for the provider.
 #pragma once
 
 #include <Pegasus/Common/Exception.h>

@@ -60,7 +60,7 @@ public:
     ServedProvider& operator=(const ServedProvider&) = delete;
     ~ServedProvider();
 
-    /// The instance of the path. CIMException 6 where there is none.
+    /// The instance of the path. CIMException 6 if there is none.
     Pegasus::CIMInstance getInstance(const Pegasus::OperationContext& context,
                                      const Pegasus::CIMObjectPath& path);
 
@@ -95,7 +95,7 @@ public:
 
     /// Refuses further requests, waits for those inside, then terminates and deletes the provider
     /// object. Where a request is still inside after `patience` (its device list may be wedged)
-    /// false is returned and nothing is deleted: that request and those that wait behind it still
+    /// false is returned and nothing is deleted: that request and those that wait for it still
     /// need the provider object, so this object and the library must stay. May be called again.
     bool terminate(std::chrono::milliseconds patience);
 

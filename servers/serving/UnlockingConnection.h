@@ -9,7 +9,8 @@
 namespace serving {
 
 /// Passes each call on to the server's connection while the calling request gives the table lock
-/// back, with the context of that request in place of the empty one that the library passes.
+/// back, with the context of that request in place of the empty one that the library passes. Any
+/// number of threads may call it.
 class UnlockingConnection : public Pegasus::CIMOMConnection {
 public:
     explicit UnlockingConnection(std::shared_ptr<Pegasus::CIMOMConnection> server);

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A request as a server reads it.
+//
+// Plain values: one thread at a time may change one, any number may read it.
 #pragma once
 
 #include <string>

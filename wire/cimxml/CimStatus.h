@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // CIM status codes and what a failure looks like to a client.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 #include <string>
@@ -18,10 +20,10 @@ struct CimFailure {
 ///
 /// A Pegasus::CIMException keeps its code; any other Pegasus::Exception, any std::exception and
 /// anything else is code 1 (CIM_ERR_FAILED) with its text, or "Unknown error.". The description
-/// reads "CIM_ERR_<NAME>: text", or the name alone where there is no text.
+/// reads "CIM_ERR_<NAME>: text", or the name alone if there is no text.
 CimFailure failureOfException();
 
-/// "CIM_ERR_NOT_FOUND: text", or the name alone where the text is empty. Codes without a name read
+/// "CIM_ERR_NOT_FOUND: text", or the name alone if the text is empty. Codes without a name read
 /// "Unrecognized CIM status code "99"".
 std::string describeStatus(unsigned code, const std::string& text);
 

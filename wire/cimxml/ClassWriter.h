@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Class definitions as CIM-XML.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 #include <string>

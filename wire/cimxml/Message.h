@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What every CIM-XML message has around it, request or response.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 #include <string>

@@ -4,7 +4,7 @@
 // Functions without state; any thread may call them. All throw XmlError (notValid) where an element
 // is not what they read: the message names the element and what is wrong with it. Elements that
 // servers and clients send and that have no place in the object model (QUALIFIER of an instance)
-// are passed over.
+// are ignored.
 #pragma once
 
 #include <optional>
@@ -75,7 +75,7 @@ Pegasus::CIMInstance readInstance(XmlElement element);
 Pegasus::CIMInstance readInstanceWithPath(XmlElement element);
 
 /// PARAMVALUE. Without PARAMTYPE it is not typed: its value is then a String, an Array<String>, a
-/// path or an Array of paths, and where there is none a null String.
+/// path or an Array of paths, and if there is none a null String.
 Pegasus::CIMParamValue readParamValue(XmlElement element);
 
 }  // namespace wire

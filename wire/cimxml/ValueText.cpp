@@ -43,7 +43,7 @@ bool equalsNoCase(std::string_view text, std::string_view upperCase) {
     return true;
 }
 
-/// An integer, decimal or hexadecimal, with an optional sign in front of either.
+/// An integer, decimal or hexadecimal, with an optional sign before either.
 template <typename T>
 std::optional<T> parseInteger(std::string_view text) {
     bool negative = false;

@@ -27,7 +27,7 @@ std::optional<Pegasus::CIMType> typeOfName(std::string_view name);
 
 /// The value that UTF-8 text stands for.
 ///
-/// Boolean: TRUE or FALSE in any case. Integers: decimal, or hexadecimal behind 0x, with an
+/// Boolean: TRUE or FALSE in any case. Integers: decimal, or hexadecimal after 0x, with an
 /// optional sign. Reals: decimal with optional fraction and exponent. char16: one character of the
 /// basic plane. datetime: the 25 characters of a time stamp or interval. string: the text.
 /// Throws MalformedValue for other text, numbers beyond the type's range, and for references, which

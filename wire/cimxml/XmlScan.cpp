@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The gate in front of the XML parser.
 #include "wire/cimxml/XmlScan.h"
 
 #include <algorithm>
@@ -119,7 +118,7 @@ private:
         }
     }
 
-    /// Moves behind the next `end`.
+    /// Moves to what follows the next `end`.
     void skipBehind(std::string_view end, const char* what) {
         const std::size_t found = document_.find(end, at_);
         if (found == std::string_view::npos) {

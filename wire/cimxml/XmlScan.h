@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The gate in front of the XML parser: one pass over the bytes that refuses what is not well-formed
+// What runs before the XML parser: one pass over the bytes that rejects what is not well-formed
 // and what is too large, before any memory is spent on it.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 #include <cstddef>

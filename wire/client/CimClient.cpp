@@ -51,7 +51,7 @@ Array<CIMInstance> readInstances(const CimResponse& response) {
     return instances;
 }
 
-/// Servers that answer in chunks send an error behind the answer, in the trailer.
+/// Servers that answer in chunks send an error after the answer, in the trailer.
 void throwErrorOfTrailer(const HttpResponse& response) {
     const auto code = findField(response.fields, "CIMStatusCode");
     if (!code || *code == "0") {

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Where a CIM server is, as people write it.
+//
+// Plain values: one thread at a time may change one, any number may read it.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +11,7 @@ namespace wire {
 
 /// http://[user:password@]host[:port][/]
 struct ServerUrl {
-    /// Percent-encoding in user and password is undone; the port is 5988 where none is given; an
+    /// Percent-encoding in user and password is undone; the port is 5988 if none is given; an
     /// IPv6 address stands in brackets. Throws std::invalid_argument, with a message for the user,
     /// for anything else.
     static ServerUrl parse(const std::string& url);
@@ -19,7 +21,7 @@ struct ServerUrl {
 
     std::string host;
     std::uint16_t port = 5988;
-    std::string userAndPassword;  ///< "user:password"; empty where none is given
+    std::string userAndPassword;  ///< "user:password"; empty if none is given
 };
 
 }  // namespace wire

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // HTTP Basic authentication: the form in which user and password travel.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 #include <string>

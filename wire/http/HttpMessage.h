@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Requests and responses of HTTP as plain values, for server and client.
+//
+// Plain values: one thread at a time may change one, any number may read it.
 #pragma once
 
 #include <optional>

@@ -167,8 +167,8 @@ private:
         }
     }
 
-    /// Waits for the first byte of a request, then gives it its deadline. Empty lines in front of a
-    /// request are passed over, as HTTP advises.
+    /// Waits for the first byte of a request, then gives it its deadline. Empty lines before a request
+    /// are skipped, as HTTP advises.
     void awaitRequest() {
         stream_.setDeadline(limits_.idleTime);
         while (true) {
@@ -479,12 +479,12 @@ private:
             }
             turnedAway_.look();
             if (polled[1].revents != 0) {
-                takeIn();
+                acceptConnection();
             }
         }
     }
 
-    void takeIn() {
+    void acceptConnection() {
         Descriptor client(accept4(socket_.number(), nullptr, nullptr, SOCK_CLOEXEC));
         if (client.number() < 0) {
             if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Where a server may listen: on this machine alone.
+//
+// Plain values: one thread at a time may change one, any number may read it.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Percent-encoding, which carries any text in header fields and URLs.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 #include <string>

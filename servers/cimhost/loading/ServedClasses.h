@@ -7,12 +7,13 @@
 
 namespace cimhost {
 
+/// A class, and whether the library serves its methods, too.
 struct ServedClass {
     const char* name;
     ProviderRoutes::Methods methods;
 };
 
-/// Every class that the library serves, and no other.
+/// Every class that the library serves, and no other. Constant: any thread may read it.
 constexpr ServedClass servedClasses[] = {
     {contract::classes::test, ProviderRoutes::Methods::Served},
     {contract::classes::result, ProviderRoutes::Methods::None},

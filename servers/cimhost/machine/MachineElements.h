@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The elements of this machine that the diagnostics are about, as instances of the repository.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 #include <string>
@@ -14,7 +16,7 @@ namespace cimhost {
 
 /// Makes one QUIRVO_ComputerSystem named `hostName`, one ZORVA_UsbHc with each of the DeviceIDs, and
 /// one ZORVA_UsbHc_TestSoftware of this project's version. Classes that the schema does not have
-/// are passed over and returned. Throws CIMException where a class does not have the properties.
+/// are skipped and returned. Throws CIMException if a class does not have the properties.
 std::vector<std::string> addMachineElements(const Schema& schema, Repository& repository,
                                             const Pegasus::CIMNamespaceName& nameSpace,
                                             const std::string& hostName,

@@ -14,7 +14,7 @@ struct MofPosition {
     unsigned column = 1;
 };
 
-/// An error in a MOF file; what() reads "FILE:LINE:COLUMN: TEXT".
+/// An error in a MOF file, thrown by the thread that reads it; what() reads "FILE:LINE:COLUMN: TEXT".
 class MofError : public std::runtime_error {
 public:
     MofError(const MofPosition& position, const std::string& text)

@@ -13,7 +13,7 @@ namespace cimhost {
 /// One token of MOF.
 struct MofToken {
     enum class Kind {
-        End,          ///< behind the last token
+        End,          ///< after the last token
         Identifier,   ///< a name or keyword; `text` as written
         Alias,        ///< $Name; `text` without the dollar sign
         Pragma,       ///< #pragma

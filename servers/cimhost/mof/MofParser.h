@@ -32,7 +32,7 @@ struct MofCompilation {
     std::map<std::string, Pegasus::CIMObjectPath> aliases;
 };
 
-/// Parses one file.
+/// Parses one file. One thread at a time; schema and repository must not be in use yet.
 class MofParser {
 public:
     /// `text` must outlive the parser.

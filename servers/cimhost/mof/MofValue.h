@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Literals of MOF and the values that they stand for.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 #include <cstdint>
@@ -26,7 +28,7 @@ struct MofLiteral {
     Pegasus::CIMObjectPath path;  ///< of Reference: the instance that an alias names
 };
 
-/// What stands behind an equals sign or in the parentheses of a qualifier: a literal or a list.
+/// What follows an equals sign, or stands in the parentheses of a qualifier: a literal or a list.
 struct MofValue {
     MofPosition position;
     bool isList = false;

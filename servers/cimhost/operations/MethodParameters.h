@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Types for the parameters of a method that came without.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 #include <Pegasus/Common/Array.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Everything behind the wire, put together: classes, instances, the provider, the operations.
+// All of the host but the protocol, put together: classes, instances, the provider, the operations.
 #pragma once
 
 #include <chrono>

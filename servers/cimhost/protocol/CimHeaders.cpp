@@ -35,7 +35,7 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(0, text.find_last_not_of(space) + 1);
 }
 
-/// The value of a parameter ("; name=value") behind the first part of a field, without quotes.
+/// The value of a parameter ("; name=value") after the first part of a field, without quotes.
 std::optional<std::string_view> fieldParameter(std::string_view field, std::string_view name) {
     while (true) {
         const std::size_t semicolon = field.find(';');

@@ -28,7 +28,8 @@ private:
     std::string cimError_;
 };
 
-/// The CIM fields of a request, by POST or M-POST, and of its answer. Refers to the request.
+/// The CIM fields of a request, by POST or M-POST, and of its answer. Refers to the request; one
+/// thread at a time.
 class CimHeaders {
 public:
     explicit CimHeaders(const wire::HttpFields& fields, bool extended);
@@ -47,7 +48,7 @@ public:
     /// Appends a CIM field to the answer, with the prefix that an answer to M-POST has.
     void append(wire::HttpFields& answer, std::string_view name, std::string_view value) const;
 
-    /// Appends the fields that an answer to M-POST has in front of the others.
+    /// Appends the fields that an answer to M-POST has before the others.
     void appendExtension(wire::HttpFields& answer) const;
 
 private:

@@ -18,7 +18,7 @@ class CimHeaders;
 /// once. `operations` must outlive it.
 class CimService {
 public:
-    /// Without `credentials` everybody is let in.
+    /// Without `credentials` every client is admitted.
     explicit CimService(Operations& operations, std::optional<Credentials> credentials = {},
                         const wire::XmlLimits& limits = {});
 

@@ -29,8 +29,8 @@ CIMProperty makeProperty(const wire::PropertyDefinition& definition, const CIMVa
                        definition.classOrigin, propagated);
 }
 
-CIMObjectPath withoutOwnLocation(const CIMObjectPath& path,
-                                 const Pegasus::CIMNamespaceName& nameSpace) {
+CIMObjectPath relativeToNamespace(const CIMObjectPath& path,
+                                  const Pegasus::CIMNamespaceName& nameSpace) {
     const bool elsewhere = !path.getNameSpace().isNull() && !path.getNameSpace().equal(nameSpace);
     return elsewhere ? path : serving::withoutLocation(path);
 }
@@ -123,7 +123,7 @@ CIMValue storedValue(const wire::PropertyDefinition& property, const CIMValue& g
     }
     CIMObjectPath path;
     given.get(path);
-    return CIMValue(withoutOwnLocation(path, nameSpace));
+    return CIMValue(relativeToNamespace(path, nameSpace));
 }
 
 CIMInstance completeInstance(const wire::ClassDefinition& definition, const CIMInstance& given,

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Instances and their names in the one form in which the repository keeps them.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 #include <string>

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What a client asked to see of a class.
+//
+// Functions without state; any thread may call them.
 #pragma once
 
 #include <Pegasus/Common/CIMPropertyList.h>

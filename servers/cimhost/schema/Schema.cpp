@@ -103,7 +103,7 @@ std::vector<Schema::Name> Schema::subclasses(const Namespace& nameSpace, const N
         return result;
     }
     result = direct->second;
-    // The vector grows behind the reading position, so every generation follows the one before.
+    // The vector grows after the reading position, so every generation follows the one before.
     for (std::size_t position = 0; deepInheritance && position < result.size(); ++position) {
         const auto below = children.find(result[position]);
         if (below != children.end()) {
