@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// A request as a server reads it.
 #include "wire/cimxml/CimRequest.h"
 
 #include "wire/cimxml/Message.h"

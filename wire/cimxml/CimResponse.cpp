@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// A response as a server writes it and as a client reads it.
 #include "wire/cimxml/CimResponse.h"
 
 #include <Pegasus/Common/Exception.h>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// CIM status codes and what a failure looks like to a client.
 #include "wire/cimxml/CimStatus.h"
 
 #include <exception>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Look-ups in class definitions.
 #include "wire/cimxml/ClassDefinition.h"
 
 #include <algorithm>

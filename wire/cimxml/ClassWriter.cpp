@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Class definitions as CIM-XML.
 #include "wire/cimxml/ClassWriter.h"
 
 #include <string_view>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// What every CIM-XML message has around it.
 #include "wire/cimxml/Message.h"
 
 #include "wire/cimxml/ObjectReader.h"

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Values, names and instances from CIM-XML.
 #include "wire/cimxml/ObjectReader.h"
 
 #include <vector>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Values, names and instances as CIM-XML.
 #include "wire/cimxml/ObjectWriter.h"
 
 #include <Pegasus/Common/Array.h>

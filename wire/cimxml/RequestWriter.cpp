@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// A request as a client writes it.
 #include "wire/cimxml/RequestWriter.h"
 
 #include <utility>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Values as text.
 #include "wire/cimxml/ValueText.h"
 
 #include <array>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// A parsed document to read from.
 #include "wire/cimxml/XmlDocument.h"
 
 #include <algorithm>

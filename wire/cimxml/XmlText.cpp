@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Text in XML: escaping, references, UTF-8.
 #include "wire/cimxml/XmlText.h"
 
 #include <algorithm>

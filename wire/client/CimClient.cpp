@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// A client of CIM servers.
 #include "wire/client/CimClient.h"
 
 #include <utility>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Where a CIM server is, as people write it.
 #include "wire/client/ServerUrl.h"
 
 #include <charconv>

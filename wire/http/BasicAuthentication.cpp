@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// HTTP Basic authentication.
 #include "wire/http/BasicAuthentication.h"
 
 #include <algorithm>

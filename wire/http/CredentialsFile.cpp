@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Users and passwords in a file.
 #include "wire/http/CredentialsFile.h"
 
 #include <fcntl.h>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// An HTTP client with one connection that it keeps open.
 #include "wire/http/HttpClient.h"
 
 #include <fcntl.h>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Requests and responses of HTTP as plain values.
 #include "wire/http/HttpMessage.h"
 
 #include <algorithm>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// An HTTP server for a few clients on the same machine.
 #include "wire/http/HttpServer.h"
 
 #include <arpa/inet.h>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Where a server may listen.
 #include "wire/http/ListenAddress.h"
 
 #include <arpa/inet.h>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Percent-encoding.
 #include "wire/http/PercentEncoding.h"
 
 #include <charconv>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// A connected socket whose transfers end at a deadline.
 #include "wire/http/SocketStream.h"
 
 #include <netinet/in.h>

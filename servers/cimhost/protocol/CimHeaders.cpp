@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The header fields of CIM operations over HTTP.
 #include "servers/cimhost/protocol/CimHeaders.h"
 
 #include <algorithm>

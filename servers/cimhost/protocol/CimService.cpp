@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// CIM operations over HTTP.
 #include "servers/cimhost/protocol/CimService.h"
 
 #include <algorithm>

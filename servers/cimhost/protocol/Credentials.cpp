@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Who may use the server.
 #include "servers/cimhost/protocol/Credentials.h"
 
 #include "wire/http/BasicAuthentication.h"

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The parameters of an operation.
 #include "servers/cimhost/protocol/OperationParameters.h"
 
 #include <algorithm>

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// From a request that has been read to the answer that is sent.
 #include "servers/cimhost/protocol/RequestHandler.h"
 
 #include <array>
