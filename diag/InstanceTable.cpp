@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "diag/InstanceTable.h"
 
+#include <Pegasus/Provider/ProviderExceptions.h>
+
 namespace Pegasus {
 
 CIMObjectPath tablePath(const CIMName& className, const Array<CIMKeyBinding>& keys) {
@@ -26,6 +28,14 @@ Array<CIMInstance> cloneOfInstance(const InstanceTable& table, Uint32 index) {
     Array<CIMInstance> copies;
     copies.append(table[index].second.clone());
     return copies;
+}
+
+Array<CIMInstance> cloneOfInstance(const InstanceTable& table, const CIMObjectPath& path) {
+    const Uint32 index = findPath(table, path);
+    if (index == PEG_NOT_FOUND) {
+        throw BadReference("Invalid Reference");
+    }
+    return cloneOfInstance(table, index);
 }
 
 Array<CIMInstance> clonesOfInstances(const InstanceTable& table) {

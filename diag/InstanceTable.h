@@ -29,6 +29,9 @@ Uint32 findPath(const InstanceTable& table, const CIMObjectPath& path);
 /// A clone of one entry's instance, as an array of one. Throws IndexOutOfBoundsException.
 Array<CIMInstance> cloneOfInstance(const InstanceTable& table, Uint32 index);
 
+/// The same of the entry with that path. Throws BadReference "Invalid Reference" if there is none.
+Array<CIMInstance> cloneOfInstance(const InstanceTable& table, const CIMObjectPath& path);
+
 /// Clones of all instances in table order.
 Array<CIMInstance> clonesOfInstances(const InstanceTable& table);
 

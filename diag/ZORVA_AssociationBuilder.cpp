@@ -3,7 +3,6 @@
 #include "diag/ZORVA_AssociationBuilder.h"
 
 #include <Pegasus/Provider/KeyBinding.h>
-#include <Pegasus/Provider/ProviderExceptions.h>
 
 #include "diag/PathKeys.h"
 
@@ -86,11 +85,7 @@ void ZORVA_AssociationBuilder::appendAssociation(InstanceTable& table, const CIM
 }
 
 Array<CIMInstance> ZORVA_AssociationBuilder::getAssocInstance(CIMObjectPath reference) {
-    const Uint32 index = findPath(associations_, reference);
-    if (index == PEG_NOT_FOUND) {
-        throw BadReference("Invalid Reference");
-    }
-    return cloneOfInstance(associations_, index);
+    return cloneOfInstance(associations_, reference);
 }
 
 Array<CIMInstance> ZORVA_AssociationBuilder::enumAssocInstances() {

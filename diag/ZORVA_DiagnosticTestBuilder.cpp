@@ -14,11 +14,7 @@ Array<Pair<CIMObjectPath, CIMInstance>> ZORVA_DiagnosticTestBuilder::buildTests(
 }
 
 Array<CIMInstance> ZORVA_DiagnosticTestBuilder::getTestInstance(CIMObjectPath path) {
-    const Uint32 index = findPath(tests_, path);
-    if (index == PEG_NOT_FOUND) {
-        throw BadReference("Invalid Reference");
-    }
-    return cloneOfInstance(tests_, index);
+    return cloneOfInstance(tests_, path);
 }
 
 Array<CIMInstance> ZORVA_DiagnosticTestBuilder::enumTestInstances() {

@@ -30,10 +30,11 @@ void stayLoaded() {
     }
 }
 
-template <class Object, class Handler>
-void answerWith(const Array<Object>& objects, Handler& handler) {
+/// Delivers one object, or an array of them.
+template <class Answer, class Handler>
+void answerWith(const Answer& answer, Handler& handler) {
     handler.processing();
-    handler.deliver(objects);
+    handler.deliver(answer);
     handler.complete();
 }
 
@@ -62,10 +63,7 @@ void OpenPegasusProvider::getInstance(const OperationContext& context,
                                       Boolean /*includeQualifiers*/, Boolean /*includeClassOrigin*/,
                                       const CIMPropertyList& /*propertyList*/,
                                       InstanceResponseHandler& handler) {
-    const CIMInstance instance = served_->getInstance(context, instanceReference);
-    handler.processing();
-    handler.deliver(instance);
-    handler.complete();
+    answerWith(served_->getInstance(context, instanceReference), handler);
 }
 
 void OpenPegasusProvider::enumerateInstances(const OperationContext& context,
@@ -98,10 +96,7 @@ void OpenPegasusProvider::createInstance(const OperationContext& context,
                                          const CIMObjectPath& instanceReference,
                                          const CIMInstance& instanceObject,
                                          ObjectPathResponseHandler& handler) {
-    const CIMObjectPath path = served_->createInstance(context, instanceReference, instanceObject);
-    handler.processing();
-    handler.deliver(path);
-    handler.complete();
+    answerWith(served_->createInstance(context, instanceReference, instanceObject), handler);
 }
 
 void OpenPegasusProvider::deleteInstance(const OperationContext& context,

@@ -13,10 +13,6 @@ namespace serving {
 
 namespace {
 
-bool roleFits(const String& wanted, const CIMName& role) {
-    return wanted.size() == 0 || String::equalNoCase(wanted, role.getString());
-}
-
 /// The path that a property refers to, or a null path where it is no reference or refers to
 /// nothing.
 CIMObjectPath referenceIn(const CIMConstProperty& property) {
@@ -45,6 +41,10 @@ Uint32 findObjectEnd(const CIMInstance& association, const CIMObjectPath& canoni
 }
 
 }  // namespace
+
+bool roleFits(const String& wanted, const CIMName& role) {
+    return wanted.size() == 0 || String::equalNoCase(wanted, role.getString());
+}
 
 Array<CIMInstance> referringInstances(const Array<CIMInstance>& associations,
                                       const AssociationQuery& query) {

@@ -26,6 +26,9 @@ struct AssociationQuery {
     std::function<bool(const Pegasus::CIMName& className)> isResultClass;
 };
 
+/// Whether a property of that name is in the role that is asked for.
+bool roleFits(const Pegasus::String& wanted, const Pegasus::CIMName& role);
+
 /// Those of the association instances that refer to the query's object in the query's role.
 Pegasus::Array<Pegasus::CIMInstance> referringInstances(
     const Pegasus::Array<Pegasus::CIMInstance>& associations, const AssociationQuery& query);

@@ -20,16 +20,16 @@ namespace {
 using Pegasus::CIMType;
 using Pegasus::CIMValue;
 
-[[noreturn]] void failKind(const MofLiteral& literal, CIMType type) {
-    throw MofError(literal.position,
-                   std::string("this is no value of type ") + Pegasus::cimTypeToString(type));
+void requireKind(const MofLiteral& literal, MofLiteral::Kind kind, CIMType type) {
+    if (literal.kind != kind) {
+        throw MofError(literal.position,
+                       std::string("this is no value of type ") + Pegasus::cimTypeToString(type));
+    }
 }
 
 template <class Integer>
 Integer toInteger(const MofLiteral& literal, CIMType type) {
-    if (literal.kind != MofLiteral::Kind::Integer) {
-        failKind(literal, type);
-    }
+    requireKind(literal, MofLiteral::Kind::Integer, type);
     using Limits = std::numeric_limits<Integer>;
     const auto largest = static_cast<std::uint64_t>(Limits::max());
     const std::uint64_t limit =
@@ -49,42 +49,38 @@ Real toReal(const MofLiteral& literal, CIMType type) {
         const Real value = static_cast<Real>(literal.magnitude);
         return literal.negative ? -value : value;
     }
-    if (literal.kind != MofLiteral::Kind::Real) {
-        failKind(literal, type);
-    }
+    requireKind(literal, MofLiteral::Kind::Real, type);
     return static_cast<Real>(std::strtod(literal.text.c_str(), nullptr));
 }
 
 void read(const MofLiteral& literal, CIMType type, Pegasus::Boolean& value) {
-    if (literal.kind != MofLiteral::Kind::Boolean) {
-        failKind(literal, type);
-    }
+    requireKind(literal, MofLiteral::Kind::Boolean, type);
     value = literal.magnitude != 0;
 }
 
 void read(const MofLiteral& literal, CIMType type, Pegasus::Char16& value) {
-    if (literal.kind != MofLiteral::Kind::Character) {
-        failKind(literal, type);
-    }
+    requireKind(literal, MofLiteral::Kind::Character, type);
     value = Pegasus::Char16(static_cast<Pegasus::Uint16>(literal.magnitude));
 }
 
 void read(const MofLiteral& literal, CIMType type, Pegasus::String& value) {
-    if (literal.kind != MofLiteral::Kind::Text) {
-        failKind(literal, type);
-    }
+    requireKind(literal, MofLiteral::Kind::Text, type);
     value = toString(literal.text, literal.position);
 }
 
-void read(const MofLiteral& literal, CIMType type, Pegasus::CIMDateTime& value) {
-    if (literal.kind != MofLiteral::Kind::Text) {
-        failKind(literal, type);
-    }
+/// Sets a value from its form as text. Malformed text is refused: it "is `what`".
+template <class Value>
+void readText(const MofLiteral& literal, CIMType type, const char* what, Value& value) {
+    requireKind(literal, MofLiteral::Kind::Text, type);
     try {
         value.set(toString(literal.text, literal.position));
     } catch (const Pegasus::Exception&) {
-        throw MofError(literal.position, "\"" + literal.text + "\" is no date, time or interval");
+        throw MofError(literal.position, "\"" + literal.text + "\" is " + what);
     }
+}
+
+void read(const MofLiteral& literal, CIMType type, Pegasus::CIMDateTime& value) {
+    readText(literal, type, "no date, time or interval", value);
 }
 
 void read(const MofLiteral& literal, CIMType type, Pegasus::CIMObjectPath& value) {
@@ -92,14 +88,7 @@ void read(const MofLiteral& literal, CIMType type, Pegasus::CIMObjectPath& value
         value = literal.path;
         return;
     }
-    if (literal.kind != MofLiteral::Kind::Text) {
-        failKind(literal, type);
-    }
-    try {
-        value.set(toString(literal.text, literal.position));
-    } catch (const Pegasus::Exception&) {
-        throw MofError(literal.position, "\"" + literal.text + "\" is no object path");
-    }
+    readText(literal, type, "no object path", value);
 }
 
 void read(const MofLiteral& literal, CIMType type, Pegasus::Real32& value) {

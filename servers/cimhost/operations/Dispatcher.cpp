@@ -79,10 +79,6 @@ Array<Object> joined(const std::vector<CIMName>& classes, Source source) {
     return result;
 }
 
-bool roleFits(const String& role, const CIMName& property) {
-    return role.size() == 0 || String::equalNoCase(role, property.getString());
-}
-
 }  // namespace
 
 Dispatcher::Dispatcher(const Schema& schema, Repository& repository, const ProviderRoutes& routes,
@@ -300,13 +296,14 @@ Array<CIMObjectPath> Dispatcher::associatedClasses(const Namespace& nameSpace,
     std::set<CIMName, NameOrder> names;
     for (const auto& association : associationClasses(nameSpace, objectClass, filter.assocClass)) {
         for (const wire::PropertyDefinition& near : association->properties) {
-            if (near.type != Pegasus::CIMTYPE_REFERENCE || !roleFits(filter.role, near.name) ||
+            if (near.type != Pegasus::CIMTYPE_REFERENCE ||
+                !serving::roleFits(filter.role, near.name) ||
                 !schema_.isOrInherits(nameSpace, objectClass, near.referenceClass)) {
                 continue;
             }
             for (const wire::PropertyDefinition& far : association->properties) {
                 if (&far != &near && far.type == Pegasus::CIMTYPE_REFERENCE &&
-                    roleFits(filter.resultRole, far.name) &&
+                    serving::roleFits(filter.resultRole, far.name) &&
                     (filter.resultClass.isNull() ||
                      schema_.isOrInherits(nameSpace, far.referenceClass, filter.resultClass))) {
                     names.insert(far.referenceClass);
