@@ -10,6 +10,7 @@
 
 #include "cli/Errors.h"
 #include "cli/Values.h"
+#include "tests/support/CimXmlAnswers.h"
 #include "wire/http/HttpServer.h"
 
 namespace usbhcdiag {
@@ -18,17 +19,6 @@ namespace {
 using namespace Pegasus;
 using wire::HttpRequest;
 using wire::HttpResponse;
-
-std::string message(const std::string& body) {
-    return "<?xml version=\"1.0\" encoding=\"utf-8\"?>"
-           "<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE ID=\"1\" PROTOCOLVERSION=\"1.0\">"
-           "<SIMPLERSP>" +
-           body + "</SIMPLERSP></MESSAGE></CIM>";
-}
-
-std::string methodAnswer(const std::string& method, const std::string& content) {
-    return message("<METHODRESPONSE NAME=\"" + method + "\">" + content + "</METHODRESPONSE>");
-}
 
 std::string returned(unsigned code) {
     return "<RETURNVALUE PARAMTYPE=\"uint32\"><VALUE>" + std::to_string(code) +
@@ -43,11 +33,10 @@ std::string resultReference() {
 }
 
 std::string resultFiledUnder(const std::string& deviceId) {
-    return message(
-        "<IMETHODRESPONSE NAME=\"GetInstance\"><IRETURNVALUE>"
+    return results(
         "<INSTANCE CLASSNAME=\"ZORVA_UsbHc_DiagResult\"><PROPERTY NAME=\"ExecutionID\" "
         "TYPE=\"string\"><VALUE>" +
-        deviceId + "</VALUE></PROPERTY></INSTANCE></IRETURNVALUE></IMETHODRESPONSE>");
+        deviceId + "</VALUE></PROPERTY></INSTANCE>");
 }
 
 class DiagnosticsTest : public testing::Test {

@@ -9,6 +9,7 @@
 
 #include "diag/InstanceProperties.h"
 #include "diag/PathKeys.h"
+#include "tests/support/KnownTexts.h"
 #include "tests/support/LogFolder.h"
 #include "tests/support/Parameters.h"
 #include "tests/support/ResultTable.h"
@@ -18,8 +19,6 @@
 
 namespace Pegasus {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 constexpr Uint32 notFound = 77777777;
 
@@ -74,29 +73,6 @@ protected:
     Array<CIMParamValue> out_;
 };
 
-const Texts defaultProperties = {"TimeStamp: datetime 00000000000000.000000:000",
-                                 "TestStartTime: datetime 00000000000000.000000:000",
-                                 "TestCompletionTime: datetime 00000000000000.000000:000",
-                                 "IsPackage: boolean FALSE",
-                                 "TestState: uint16 0",
-                                 "OtherStateDescription: string ",
-                                 "EstimatedTimeOfPerforming: uint32 0",
-                                 "TestResults: string[] ",
-                                 "PercentComplete: uint8 0",
-                                 "TestWarningLevel: uint16 0",
-                                 "ReportSoftErrors: boolean FALSE",
-                                 "ReportStatusMessages: boolean FALSE",
-                                 "HaltOnError: boolean FALSE",
-                                 "QuickMode: boolean FALSE",
-                                 "PercentOfTestCoverage: uint8 0",
-                                 "LoopControlParameter: string[] ",
-                                 "LoopControl: uint16[] ",
-                                 "OtherLoopControlDescription: string ",
-                                 "ErrorCode: string[] ",
-                                 "ErrorCount: uint32[] ",
-                                 "LoopsFailed: uint32 0",
-                                 "LoopsPassed: uint32 0"};
-
 // --- an empty table
 
 TEST_F(ZorvaDiagnosticResultBuilder, EmptyTableEnumeratesNothing) {
@@ -141,7 +117,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, PlaceholderPropertiesNameTheTest) {
                       "DiagnosticCreationClassName: string CIM_DiagnosticTest",
                       "ExecutionID: string usb1", "DiagSystemName: string Zalt",
                       "DiagSystemCreationClassName: string CIM_System"};
-    expected.insert(expected.end(), defaultProperties.begin(), defaultProperties.end());
+    expected.insert(expected.end(), defaultResultProperties.begin(), defaultResultProperties.end());
     EXPECT_EQ(propertiesOf(instance), expected);
 }
 
@@ -154,7 +130,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, PlaceholderMakesNoCallsToTheServer) {
 TEST_F(ZorvaDiagnosticResultBuilder, DefaultPropertiesAreInOrderWithTheirTypes) {
     CIMInstance instance("Result");
     results_.buildDefaultResultProperties(instance);
-    EXPECT_EQ(propertiesOf(instance), defaultProperties);
+    EXPECT_EQ(propertiesOf(instance), defaultResultProperties);
 }
 
 // --- identity and look-ups
@@ -433,7 +409,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, ReplacedResultHasAllDefaultValuesAtTheEndOf
     EXPECT_TRUE(results_.checkForTestResult(CIMOMHandle(), "Test", "usb1", true));
     EXPECT_EQ(identities(), (Texts{"Test/usb2", "Test/usb1"}));
     Texts expected = {"DiagnosticName: string Test", "ExecutionID: string usb1"};
-    expected.insert(expected.end(), defaultProperties.begin(), defaultProperties.end());
+    expected.insert(expected.end(), defaultResultProperties.begin(), defaultResultProperties.end());
     EXPECT_EQ(propertiesOf(ResultTable::entries()[1].second), expected);
 }
 

@@ -27,4 +27,29 @@ inline std::string resultPathText(const std::string& name, const std::string& id
            id + "\"";
 }
 
+/// The properties of a new result, as propertiesOf() writes them, without those that identify it.
+inline const Texts defaultResultProperties = {
+    "TimeStamp: datetime 00000000000000.000000:000",
+    "TestStartTime: datetime 00000000000000.000000:000",
+    "TestCompletionTime: datetime 00000000000000.000000:000",
+    "IsPackage: boolean FALSE",
+    "TestState: uint16 0",
+    "OtherStateDescription: string ",
+    "EstimatedTimeOfPerforming: uint32 0",
+    "TestResults: string[] ",
+    "PercentComplete: uint8 0",
+    "TestWarningLevel: uint16 0",
+    "ReportSoftErrors: boolean FALSE",
+    "ReportStatusMessages: boolean FALSE",
+    "HaltOnError: boolean FALSE",
+    "QuickMode: boolean FALSE",
+    "PercentOfTestCoverage: uint8 0",
+    "LoopControlParameter: string[] ",
+    "LoopControl: uint16[] ",
+    "OtherLoopControlDescription: string ",
+    "ErrorCode: string[] ",
+    "ErrorCount: uint32[] ",
+    "LoopsFailed: uint32 0",
+    "LoopsPassed: uint32 0"};
+
 }  // namespace Pegasus

@@ -4,6 +4,7 @@
 #include <Pegasus/Common/Exception.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/CimXmlAnswers.h"
 #include "wire/cimxml/ObjectReader.h"
 #include "wire/cimxml/XmlError.h"
 #include "wire/cimxml/XmlText.h"
@@ -32,12 +33,6 @@ std::string between(const std::string& text, const std::string& begin, const std
     return from == std::string::npos || to == std::string::npos
                ? "(not there)"
                : text.substr(from + begin.size(), to - from - begin.size());
-}
-
-std::string responseAround(const std::string& content) {
-    return "<?xml version=\"1.0\"?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\">"
-           "<MESSAGE ID=\"7\" PROTOCOLVERSION=\"1.0\"><SIMPLERSP>" +
-           content + "</SIMPLERSP></MESSAGE></CIM>";
 }
 
 }  // namespace
@@ -108,7 +103,7 @@ TEST(CimResponse, aMethodMayAnswerWithNothing) {
 
 TEST(CimResponse, otherDocumentsAreRefused) {
     const auto whatIsWrong = [](const std::string& content) -> std::string {
-        const XmlDocument document(responseAround(content));
+        const XmlDocument document(answerAround(content));
         try {
             readResponse(document);
             return "nothing";

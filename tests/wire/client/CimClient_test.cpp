@@ -6,6 +6,7 @@
 #include <Pegasus/Common/Exception.h>
 #include <gtest/gtest.h>
 
+#include "tests/support/CimXmlAnswers.h"
 #include "wire/cimxml/XmlText.h"
 #include "wire/http/HttpServer.h"
 
@@ -16,17 +17,6 @@ using Pegasus::String;
 namespace {
 
 const Pegasus::CIMNamespaceName nameSpace("root/x");
-
-std::string responseAround(const std::string& content) {
-    return "<?xml version=\"1.0\"?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\">"
-           "<MESSAGE ID=\"1\" PROTOCOLVERSION=\"1.0\"><SIMPLERSP>" +
-           content + "</SIMPLERSP></MESSAGE></CIM>";
-}
-
-std::string results(const std::string& content) {
-    return responseAround("<IMETHODRESPONSE NAME=\"X\"><IRETURNVALUE>" + content +
-                          "</IRETURNVALUE></IMETHODRESPONSE>");
-}
 
 /// A server that answers every request with one response, and keeps the last request.
 class FixedServer {
@@ -53,16 +43,10 @@ HttpResponse ok(const std::string& body) {
     return {200, {}, body};
 }
 
-const std::string instanceName =
-    "<INSTANCENAME CLASSNAME=\"A\"><KEYBINDING NAME=\"b\"><KEYVALUE VALUETYPE=\"string\">c"
-    "</KEYVALUE></KEYBINDING></INSTANCENAME>";
-const std::string instance =
-    "<INSTANCE CLASSNAME=\"A\"><PROPERTY NAME=\"b\" TYPE=\"string\"><VALUE>c&#32;</VALUE>"
-    "</PROPERTY></INSTANCE>";
 const std::string fullPath =
     "<INSTANCEPATH><NAMESPACEPATH><HOST>h</HOST><LOCALNAMESPACEPATH><NAMESPACE NAME=\"root\"/>"
     "<NAMESPACE NAME=\"x\"/></LOCALNAMESPACEPATH></NAMESPACEPATH>" +
-    instanceName + "</INSTANCEPATH>";
+    std::string(instanceNameElement) + "</INSTANCEPATH>";
 
 template <typename Ask>
 std::string whatIsWrong(FixedServer& server, Ask ask) {
@@ -105,7 +89,7 @@ TEST(CimClient, sendsCredentials) {
 }
 
 TEST(CimClient, readsInstances) {
-    FixedServer server(ok(results(instance)));
+    FixedServer server(ok(results(instanceElement)));
     const Pegasus::CIMInstance got =
         server.client().getInstance(nameSpace, CIMObjectPath(String("A.b=\"c\"")));
     EXPECT_EQ(toUtf8(got.getPath().toString()), "A.b=\"c\"");
@@ -115,15 +99,14 @@ TEST(CimClient, readsInstances) {
 }
 
 TEST(CimClient, readsEnumerations) {
-    FixedServer server(
-        ok(results("<VALUE.NAMEDINSTANCE>" + instanceName + instance + "</VALUE.NAMEDINSTANCE>")));
+    FixedServer server(ok(results(namedInstanceElement())));
     const auto instances = server.client().enumerateInstances(nameSpace, "A");
     ASSERT_EQ(instances.size(), 1U);
     EXPECT_EQ(toUtf8(instances[0].getPath().toString()), "A.b=\"c\"");
 }
 
 TEST(CimClient, readsNames) {
-    FixedServer server(ok(results(instanceName + instanceName)));
+    FixedServer server(ok(results(std::string(instanceNameElement) + instanceNameElement)));
     EXPECT_EQ(server.client().enumerateInstanceNames(nameSpace, "A").size(), 2U);
 }
 
@@ -136,16 +119,17 @@ TEST(CimClient, readsAssociatedNames) {
 }
 
 TEST(CimClient, takesAnAnswerWithoutResults) {
-    FixedServer server(ok(responseAround("<IMETHODRESPONSE NAME=\"X\"></IMETHODRESPONSE>")));
+    FixedServer server(ok(answerAround("<IMETHODRESPONSE NAME=\"X\"></IMETHODRESPONSE>")));
     EXPECT_EQ(server.client().enumerateInstanceNames(nameSpace, "A").size(), 0U);
     EXPECT_EQ(server.client().enumerateInstances(nameSpace, "A").size(), 0U);
 }
 
 TEST(CimClient, invokesMethods) {
-    FixedServer server(ok(responseAround(
-        "<METHODRESPONSE NAME=\"Run\"><RETURNVALUE PARAMTYPE=\"uint32\"><VALUE>5</VALUE>"
+    FixedServer server(ok(methodAnswer(
+        "Run",
+        "<RETURNVALUE PARAMTYPE=\"uint32\"><VALUE>5</VALUE>"
         "</RETURNVALUE><PARAMVALUE NAME=\"P\" PARAMTYPE=\"reference\"><VALUE.REFERENCE>" +
-        fullPath + "</VALUE.REFERENCE></PARAMVALUE></METHODRESPONSE>")));
+            fullPath + "</VALUE.REFERENCE></PARAMVALUE>")));
     const MethodResult result =
         server.client().invokeMethod(nameSpace, CIMObjectPath(String("//other/root/y:A.b=\"c d\"")),
                                      "Run", Pegasus::Array<Pegasus::CIMParamValue>());
@@ -157,7 +141,7 @@ TEST(CimClient, invokesMethods) {
 }
 
 TEST(CimClient, aMethodMayAnswerWithoutAValue) {
-    FixedServer server(ok(responseAround("<METHODRESPONSE NAME=\"Run\"></METHODRESPONSE>")));
+    FixedServer server(ok(methodAnswer("Run", "")));
     EXPECT_FALSE(server.client()
                      .invokeMethod(nameSpace, CIMObjectPath(String("A")), "Run",
                                    Pegasus::Array<Pegasus::CIMParamValue>())
@@ -165,7 +149,7 @@ TEST(CimClient, aMethodMayAnswerWithoutAValue) {
 }
 
 TEST(CimClient, errorsKeepCodeAndText) {
-    FixedServer server(ok(responseAround(
+    FixedServer server(ok(answerAround(
         "<IMETHODRESPONSE NAME=\"X\"><ERROR CODE=\"6\" DESCRIPTION=\"CIM_ERR_NOT_FOUND: "
         "A.b=&quot;c&quot;\"/></IMETHODRESPONSE>")));
     try {
@@ -182,7 +166,7 @@ TEST(CimClient, errorsMayComeInTheTrailer) {
         HttpResponse{200,
                      {{"CIMStatusCode", "5"},
                       {"CIMStatusCodeDescription", "CIM_ERR_INVALID_CLASS%3A%20VT_Nope"}},
-                     responseAround("<IMETHODRESPONSE NAME=\"X\"></IMETHODRESPONSE>")});
+                     answerAround("<IMETHODRESPONSE NAME=\"X\"></IMETHODRESPONSE>")});
     try {
         server.client().enumerateInstanceNames(nameSpace, "A");
         FAIL();
@@ -209,7 +193,7 @@ TEST(CimClient, answersThatAreNotCimXmlAreExplained) {
               "place");
     EXPECT_EQ(whatIsWrongWith({200, {{"CIMStatusCode", "six"}}, results("")}),
               "the answer is not CIM-XML: \"six\" is not a valid uint32");
-    FixedServer server(ok(responseAround("<IMETHODRESPONSE NAME=\"X\"></IMETHODRESPONSE>")));
+    FixedServer server(ok(answerAround("<IMETHODRESPONSE NAME=\"X\"></IMETHODRESPONSE>")));
     EXPECT_EQ(whatIsWrong(server,
                           [](CimClient& client) {
                               client.getInstance(nameSpace, CIMObjectPath(String("A.b=\"c\"")));
