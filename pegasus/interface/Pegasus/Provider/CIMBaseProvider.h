@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What every provider is to its server: something to initialize, to terminate and to delete.
+// The interface that all providers share: their life cycle.
 #pragma once
 
 #include <Pegasus/Provider/CIMOMHandle.h>
@@ -8,7 +8,8 @@ namespace Pegasus {
 inline namespace provider_interface {
 
 /// Base of all providers. The server calls initialize() once before any other operation and
-/// terminate() once after the last, then deletes the object; none of these overlap.
+/// terminate() once after the last, then deletes the object. These calls come from any thread, but
+/// do not overlap with other calls.
 class CIMBaseProvider {
 public:
     CIMBaseProvider() = default;
@@ -16,14 +17,14 @@ public:
     CIMBaseProvider& operator=(const CIMBaseProvider&) = delete;
     virtual ~CIMBaseProvider() = default;
 
-    /// Hands over the handle through which the provider may call the server from now on.
+    /// Gives the provider the handle for calls back into the server. It may be copied.
     virtual void initialize(CIMOMHandle& cimom) = 0;
 
-    /// Tells the provider that no further operation follows.
+    /// Tells the provider that no further operations follow.
     virtual void terminate() = 0;
 };
 
-/// The name under which the library's factory returns a provider.
+/// The type of providers that the factory of a library returns.
 using CIMProvider = CIMBaseProvider;
 
 }  // namespace provider_interface

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The instance operations that a server routes to a provider.
+// The interface of a provider of instances.
 #pragma once
 
 #include <Pegasus/Provider/CIMBaseProvider.h>
@@ -10,8 +10,8 @@ inline namespace provider_interface {
 
 /// A provider of instances.
 ///
-/// Every operation answers through its handler and reports a refusal by throwing. The server
-/// promises that operations which change something, and those that read it, do not overlap.
+/// Every operation answers through its handler and rejects a request by an exception. Called on any
+/// thread; the server lets operations overlap only while they call back into it.
 class CIMInstanceProvider : public virtual CIMBaseProvider {
 public:
     /// Delivers the instance that the path designates.
@@ -34,12 +34,12 @@ public:
                                 const CIMPropertyList& propertyList,
                                 ResponseHandler<void>& handler) = 0;
 
-    /// Makes an instance and delivers its path.
+    /// Creates an instance and delivers its path.
     virtual void createInstance(const OperationContext& context, const CIMObjectPath& ref,
                                 const CIMInstance& instance,
                                 ResponseHandler<CIMObjectPath>& handler) = 0;
 
-    /// Removes an instance.
+    /// Deletes an instance.
     virtual void deleteInstance(const OperationContext& context, const CIMObjectPath& ref,
                                 ResponseHandler<void>& handler) = 0;
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The extrinsic methods that a server routes to a provider.
+// The interface of a provider of methods.
 #pragma once
 
 #include <Pegasus/Common/CIMParamValue.h>
@@ -9,12 +9,12 @@
 namespace Pegasus {
 inline namespace provider_interface {
 
-/// A provider of methods.
+/// A provider of extrinsic methods.
 class CIMMethodProvider : public virtual CIMBaseProvider {
 public:
-    /// Invokes a method of the object: appends out-parameters to the array and delivers the return
-    /// value, if the method has one, through the handler. The server promises that methods never
-    /// overlap.
+    /// Invokes a method of the object `ref`. Appends the out-parameters to the array and delivers
+    /// the return value, if there is one, through the handler. Rejects a request by an exception.
+    /// Called on any thread; the server does not let methods overlap.
     virtual void invokeMethod(const OperationContext& context, const CIMObjectPath& ref,
                               const String& methodName, const Array<CIMParamValue>& inParameters,
                               Array<CIMParamValue>& outParameters,

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a server implements so that the providers it loads can call back into it.
+// The interface that a server implements for calls of its providers back into the server.
 #pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
@@ -12,9 +12,9 @@ namespace Pegasus {
 
 /// The server's side of a CIMOMHandle.
 ///
-/// Only object-model types appear here, so that a unit that knows the server's own handle class can
-/// implement it. Any number of threads may call one connection at once. Refusals are thrown as
-/// CIMException with the server's status.
+/// It uses only types of the object model, so that a translation unit that includes the server's
+/// own handle class can implement it. Any number of threads may call a connection at the same time.
+/// If the server rejects a request, it throws a CIMException with its status.
 class CIMOMConnection {
 public:
     CIMOMConnection() = default;
@@ -22,19 +22,19 @@ public:
     CIMOMConnection& operator=(const CIMOMConnection&) = delete;
     virtual ~CIMOMConnection() = default;
 
-    /// Paths of the instances of a class and its subclasses.
+    /// The paths of the instances of a class and its subclasses.
     virtual Array<CIMObjectPath> enumerateInstanceNames(const OperationContext& context,
                                                         const CIMNamespaceName& nameSpace,
                                                         const CIMName& className) = 0;
 
-    /// The instance that the path designates; a null property list asks for every property.
+    /// The instance that the path designates; a null property list requests all properties.
     virtual CIMInstance getInstance(const OperationContext& context,
                                     const CIMNamespaceName& nameSpace,
                                     const CIMObjectPath& instanceName, Boolean localOnly,
                                     Boolean includeQualifiers, Boolean includeClassOrigin,
                                     const CIMPropertyList& propertyList) = 0;
 
-    /// Asks the server to keep the provider loaded however long it is idle.
+    /// Asks the server not to unload the provider while it is idle.
     virtual void disallowProviderUnload() = 0;
 };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The handle through which a provider calls back into the server that loaded it.
+// The handle for calls of a provider back into the server that loaded it.
 #pragma once
 
 #include <memory>
@@ -10,28 +10,29 @@
 namespace Pegasus {
 inline namespace provider_interface {
 
-/// A handle on the server, cheap to copy; all copies reach the same connection.
+/// A handle on the server; copies are cheap and use the same connection.
 ///
-/// The server makes it from a connection and hands it over with initialize(). A handle without a
-/// connection answers every call with a CIMException (status 1, failed). Any thread may call a
-/// handle; one handle must not be assigned while another thread uses it.
+/// The server makes it from a connection and gives it to the provider by initialize(). A handle
+/// without a connection throws a CIMException (status 1, failed) in every call. Any thread may call
+/// a handle, but must not assign to it while another thread uses it.
 class CIMOMHandle {
 public:
     /// A handle without a connection.
     CIMOMHandle() = default;
 
-    /// A handle on the server behind the connection.
+    /// A handle that uses the connection.
     explicit CIMOMHandle(std::shared_ptr<CIMOMConnection> connection)
         : connection_(std::move(connection)) {}
 
-    /// Paths of the instances of a class and its subclasses in the namespace.
+    /// The paths of the instances of a class and its subclasses in the namespace. Throws what the
+    /// connection throws, as the other operations do.
     Array<CIMObjectPath> enumerateInstanceNames(const OperationContext& context,
                                                 const CIMNamespaceName& nameSpace,
                                                 const CIMName& className) {
         return connection().enumerateInstanceNames(context, nameSpace, className);
     }
 
-    /// The instance that the path designates; a null property list asks for every property.
+    /// The instance that the path designates; a null property list requests all properties.
     CIMInstance getInstance(const OperationContext& context, const CIMNamespaceName& nameSpace,
                             const CIMObjectPath& instanceName, Boolean localOnly,
                             Boolean includeQualifiers, Boolean includeClassOrigin,
@@ -40,7 +41,7 @@ public:
                                         includeQualifiers, includeClassOrigin, propertyList);
     }
 
-    /// Asks the server to keep the provider loaded however long it is idle.
+    /// Asks the server not to unload the provider while it is idle.
     void disallowProviderUnload() { connection().disallowProviderUnload(); }
 
 private:

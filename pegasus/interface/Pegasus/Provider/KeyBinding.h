@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The provider interface's name for one key of an object path.
+// The name of CIMKeyBinding in the provider interface.
 #pragma once
 
 #include <Pegasus/Common/CIMObjectPath.h>
@@ -7,6 +7,7 @@
 namespace Pegasus {
 inline namespace provider_interface {
 
+/// One key of an object path.
 using KeyBinding = CIMKeyBinding;
 
 }  // namespace provider_interface

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Two values side by side, and arrays of them.
+// Pairs of values, and arrays of pairs.
 //
-// OpenPegasus has a Pair of its own that its SDK does not offer, and an Array whose SDK form exists
-// for its own element types only. Both are therefore declared here; the inline namespace keeps the
-// symbols apart from those that the server's libraries export.
+// Declared here for both builds: the OpenPegasus SDK does not contain that project's Pair, and
+// offers Array only for its own element types. The inline namespace keeps the symbols distinct from
+// those that the server's libraries export.
 #pragma once
 
 #include <utility>
@@ -15,7 +15,7 @@
 namespace Pegasus {
 inline namespace provider_interface {
 
-/// Two values side by side.
+/// A pair of values. One thread at a time, unless it is only read.
 template <class First, class Second>
 struct Pair {
     Pair() : first(), second() {}
@@ -28,10 +28,11 @@ struct Pair {
 
 }  // namespace provider_interface
 
-/// An array of pairs, with the operations of the object model's Array that tables need.
+/// An array of pairs, with the operations of the object model's Array that tables need. Copies are
+/// independent and copy all elements.
 ///
-/// Indices are checked: one past the end throws IndexOutOfBoundsException and changes nothing.
-/// One array may be used by one thread at a time.
+/// Indices are checked: an index past the end throws IndexOutOfBoundsException and changes nothing.
+/// One thread at a time, unless it is only read.
 template <class First, class Second>
 class Array<provider_interface::Pair<First, Second>> {
 public:
@@ -40,10 +41,10 @@ public:
     /// Number of elements.
     Uint32 size() const { return static_cast<Uint32>(elements_.size()); }
 
-    /// Adds a copy of the element behind the last one.
+    /// Adds a copy of the element at the end.
     void append(const Element& element) { elements_.push_back(element); }
 
-    /// Removes the element at the index; those behind it move up.
+    /// Removes the element at the index; later elements move up.
     void remove(Uint32 index) {
         check(index);
         elements_.erase(elements_.begin() + index);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Through a response handler a provider hands its answer to the server.
+// The interface through which a provider delivers its answer to the server.
 #pragma once
 
 #include <Pegasus/Common/Array.h>
@@ -7,10 +7,10 @@
 namespace Pegasus {
 inline namespace provider_interface {
 
-/// Takes the answer of one request: processing(), then any number of deliver(), then complete().
+/// Receives the answer of one request: processing(), then any number of deliver(), then complete().
 ///
-/// A handler belongs to its request and is called on the thread of that request alone. What was
-/// delivered counts only once complete() was called; an exception instead of it drops the answer.
+/// A handler belongs to one request and is called on its thread only. The answer is valid when
+/// complete() has been called; if the provider throws instead, the delivered objects are discarded.
 template <class Object>
 class ResponseHandler {
 public:
@@ -23,13 +23,13 @@ public:
     virtual void processing() = 0;
     /// Adds one object to the answer.
     virtual void deliver(const Object& object) = 0;
-    /// Adds the objects, in order, to the answer.
+    /// Adds the objects to the answer, in order.
     virtual void deliver(const Array<Object>& objects) = 0;
-    /// The answer is whole.
+    /// The answer is complete.
     virtual void complete() = 0;
 };
 
-/// The handler of requests whose answer carries nothing.
+/// The handler of requests without results: processing(), then complete().
 template <>
 class ResponseHandler<void> {
 public:
