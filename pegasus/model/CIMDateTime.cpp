@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Dates: their text, the calendar behind it, and arithmetic.
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -56,7 +55,7 @@ constexpr Sint64 daysInMonth(Sint64 year, Sint64 month) {
     return month == 2 && isLeapYear(year) ? 29 : days.at(static_cast<std::size_t>(month - 1));
 }
 
-/// Days from the begin of the year 0, itself a leap year, to the begin of a year.
+/// The days from the begin of the year 0, which is a leap year, to the begin of a year.
 constexpr Sint64 daysBeforeYear(Sint64 year) {
     return 365 * year + (year + 3) / 4 - (year + 99) / 100 + (year + 399) / 400;
 }
@@ -103,8 +102,9 @@ std::string asciiOf(const String& text) {
     return ascii;
 }
 
-/// How many of the 20 digits before the offset are no asterisks. Asterisks replace whole fields, or
-/// digits of the microseconds, and nothing else follows them.
+/// The number of the 20 digits before the offset that are not asterisks. Throws
+/// InvalidDateTimeFormatException if something else follows an asterisk, or if asterisks replace a
+/// part of a field other than the microseconds.
 std::size_t countDigits(std::string_view digits, bool isInterval) {
     const std::size_t count = std::min(digits.find('*'), digitCount);
     const std::size_t firstField = isInterval ? intervalDaysField.size : yearField.size;
@@ -117,7 +117,7 @@ std::size_t countDigits(std::string_view digits, bool isInterval) {
     return count;
 }
 
-/// The number in a field, whose asterisks count as zeros; `otherwise` if there are only asterisks.
+/// The number in a field, where asterisks count as zeros; `otherwise` if there are only asterisks.
 Sint64 numberIn(std::string_view digits, const Field& field, Sint64 otherwise = 0) {
     const std::string_view text = digits.substr(field.begin, field.size);
     if (text[0] == '*') {

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Instances: a path and the properties, all of them shared by the copies of a handle.
 #include <algorithm>
 
 #include <Pegasus/Common/CIMInstance.h>
@@ -7,7 +6,7 @@
 namespace Pegasus {
 
 struct CIMInstanceRep {
-    Detail::ReferenceCount references;
+    detail::ReferenceCount references;
     CIMObjectPath path;
     Array<CIMProperty> properties;
 
@@ -25,7 +24,7 @@ CIMInstance::CIMInstance(const CIMName& className) {
     if (className.isNull()) {
         throw UninitializedObjectException();
     }
-    rep_ = Detail::SharedRep(new CIMInstanceRep{
+    rep_ = detail::SharedRep(new CIMInstanceRep{
         {}, CIMObjectPath(String(), CIMNamespaceName(), className), Array<CIMProperty>()});
 }
 
@@ -108,7 +107,7 @@ CIMInstance CIMInstance::clone() const {
         properties.append(mine.property(i).clone());
     }
     CIMInstance copy;
-    copy.rep_ = Detail::SharedRep(new CIMInstanceRep{{}, mine.path, properties});
+    copy.rep_ = detail::SharedRep(new CIMInstanceRep{{}, mine.path, properties});
     return copy;
 }
 

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Keys: from a value, and when they are equal.
 #include <optional>
 
 #include <Pegasus/Common/CIMObjectPath.h>
@@ -34,8 +33,8 @@ CIMKeyBinding::Type keyTypeOf(const CIMValue& value) {
 }
 
 bool equalNumbers(const String& x, const String& y) {
-    const std::optional<KeyInteger> xNumber = parseKeyInteger(x, Sign::PlusOrMinus);
-    const std::optional<KeyInteger> yNumber = parseKeyInteger(y, Sign::PlusOrMinus);
+    const std::optional<KeyInteger> xNumber = parseKeyInteger(x, Sign::plusOrMinus);
+    const std::optional<KeyInteger> yNumber = parseKeyInteger(y, Sign::plusOrMinus);
     return xNumber && yNumber && xNumber->isNegative == yNumber->isNegative &&
            xNumber->magnitude == yNumber->magnitude;
 }

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// What may be a name.
 #include <Pegasus/Common/CIMName.h>
 
 #include "base/Ascii.h"

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Object paths and their text.
 #include <Pegasus/Common/CIMObjectPath.h>
 
 #include "pegasus/model/HostName.h"
@@ -8,13 +7,13 @@
 namespace Pegasus {
 
 struct CIMObjectPathRep {
-    Detail::ReferenceCount references;
+    detail::ReferenceCount references;
     PathParts parts;
 };
 
 namespace {
 
-// What a path without any part refers to; made before any constructor of a static object runs.
+// The parts of a path without parts. Initialized before any constructor of a static object runs.
 const PathParts noParts{};
 
 String checkedHost(const String& host) {
@@ -64,7 +63,7 @@ const PathParts& CIMObjectPath::parts() const noexcept {
 
 PathParts& CIMObjectPath::writableParts() {
     if (!rep_ || rep_->references.isShared()) {
-        rep_ = Detail::SharedRep(new CIMObjectPathRep{{}, parts()});
+        rep_ = detail::SharedRep(new CIMObjectPathRep{{}, parts()});
     }
     return rep_->parts;
 }
@@ -76,12 +75,12 @@ void CIMObjectPath::clear() noexcept {
 void CIMObjectPath::set(const String& host, const CIMNamespaceName& nameSpace,
                         const CIMName& className, const Array<CIMKeyBinding>& keyBindings) {
     sortKeys(keyBindings);
-    rep_ = Detail::SharedRep(
+    rep_ = detail::SharedRep(
         new CIMObjectPathRep{{}, {checkedHost(host), nameSpace, className, keyBindings}});
 }
 
 void CIMObjectPath::set(const String& objectName) {
-    // A copy, since the text may be a part of this very path.
+    // A copy, since the text may be a part of this path.
     // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const String text(objectName);
     const String fault = parsePath(text, writableParts());

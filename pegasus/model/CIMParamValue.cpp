@@ -4,7 +4,7 @@
 namespace Pegasus {
 
 struct CIMParamValueRep {
-    Detail::ReferenceCount references;
+    detail::ReferenceCount references;
     String parameterName;
     CIMValue value;
     Boolean isTyped;
@@ -64,7 +64,7 @@ void CIMParamValue::setIsTyped(Boolean isTyped) {
 
 CIMParamValue CIMParamValue::clone() const {
     CIMParamValue copy;
-    copy.rep_ = Detail::SharedRep(new CIMParamValueRep(rep()));
+    copy.rep_ = detail::SharedRep(new CIMParamValueRep(rep()));
     return copy;
 }
 

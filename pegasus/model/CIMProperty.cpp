@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Properties, which keep the type that they were made with.
 #include <utility>
 
 #include <Pegasus/Common/CIMProperty.h>
@@ -7,7 +6,7 @@
 namespace Pegasus {
 
 struct CIMPropertyRep {
-    Detail::ReferenceCount references;
+    detail::ReferenceCount references;
     CIMName name;
     CIMValue value;
     Uint32 arraySize;
@@ -46,7 +45,7 @@ CIMProperty::CIMProperty(const CIMName& name, const CIMValue& value, Uint32 arra
     if (!isOfFixedSize(value, arraySize) || (!referenceClassName.isNull() && !isReference)) {
         throw TypeMismatchException();
     }
-    rep_ = Detail::SharedRep(new CIMPropertyRep{
+    rep_ = detail::SharedRep(new CIMPropertyRep{
         {}, requireName(name), value, arraySize, referenceClassName, classOrigin, propagated});
 }
 
@@ -118,7 +117,7 @@ Boolean CIMProperty::identical(const CIMConstProperty& other) const {
 
 CIMProperty CIMProperty::clone() const {
     CIMProperty copy;
-    copy.rep_ = Detail::SharedRep(new CIMPropertyRep(rep()));
+    copy.rep_ = detail::SharedRep(new CIMPropertyRep(rep()));
     return copy;
 }
 

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The names of the status codes.
 #include <Pegasus/Common/CIMStatusCode.h>
 
 namespace Pegasus {

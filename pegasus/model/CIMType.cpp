@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// The names of the types.
 #include <Pegasus/Common/CIMType.h>
 
 namespace Pegasus {

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Values: what they hold, when they are equal and how they read.
 #include <algorithm>
 #include <charconv>
 #include <iomanip>
@@ -23,7 +22,7 @@ struct ArrayTraits<Array<T>> : std::true_type {};
 template <class T>
 constexpr bool isArrayType = ArrayTraits<T>::value;
 
-/// Position of a type among the alternatives of a variant.
+/// The index of a type among the alternatives of a variant.
 template <class T, class Variant>
 struct IndexOf;
 template <class T, class... Alternatives>
@@ -40,7 +39,7 @@ struct IndexOf<T, std::variant<Alternatives...>> {
     }
 };
 
-/// The type of the alternative at an index from 1 on.
+/// The type of the alternative at an index other than 0.
 constexpr CIMType typeAt(std::size_t index) {
     return static_cast<CIMType>((index - 1) % scalarTypes);
 }
@@ -67,10 +66,10 @@ std::enable_if_t<std::is_integral_v<Number>> appendText(String& text, Number x) 
 }
 
 void appendText(String& text, Real64 x) {
-    constexpr int digitsBehindPoint = 16;
+    constexpr int digitsAfterPoint = 16;
     std::ostringstream stream;
     stream.imbue(std::locale::classic());
-    stream << std::scientific << std::setprecision(digitsBehindPoint) << x;
+    stream << std::scientific << std::setprecision(digitsAfterPoint) << x;
     text.append(stream.str().c_str());
 }
 
@@ -111,10 +110,10 @@ CIMValue::CIMValue(CIMType type, Boolean isArray, Uint32 arraySize) {
     setNullValue(type, isArray, arraySize);
 }
 
-// Constructor, set and get of one type and of arrays of it. Templates would not do: overload
-// resolution must convert arguments as it does for the plain functions that are declared.
+// Constructor, set and get for a type and for arrays of it. Templates cannot replace the macro:
+// overload resolution must convert arguments as it does for the declared functions.
 // NOLINTBEGIN(bugprone-macro-parentheses): types
-#define PEGASUS_VALUE_OF(Type, Parameter)                  \
+#define ZORVA_VALUE_OF(Type, Parameter)                    \
     CIMValue::CIMValue(Parameter x) : data_(x) {}          \
     CIMValue::CIMValue(const Array<Type>& x) : data_(x) {} \
     void CIMValue::set(Parameter x) {                      \
@@ -124,29 +123,29 @@ CIMValue::CIMValue(CIMType type, Boolean isArray, Uint32 arraySize) {
         data_ = x;                                         \
     }                                                      \
     void CIMValue::get(Type& x) const {                    \
-        take(x);                                           \
+        copyTo(x);                                         \
     }                                                      \
     void CIMValue::get(Array<Type>& x) const {             \
-        take(x);                                           \
+        copyTo(x);                                         \
     }
 
 // NOLINTEND(bugprone-macro-parentheses)
-PEGASUS_VALUE_OF(Boolean, Boolean)
-PEGASUS_VALUE_OF(Uint8, Uint8)
-PEGASUS_VALUE_OF(Sint8, Sint8)
-PEGASUS_VALUE_OF(Uint16, Uint16)
-PEGASUS_VALUE_OF(Sint16, Sint16)
-PEGASUS_VALUE_OF(Uint32, Uint32)
-PEGASUS_VALUE_OF(Sint32, Sint32)
-PEGASUS_VALUE_OF(Uint64, Uint64)
-PEGASUS_VALUE_OF(Sint64, Sint64)
-PEGASUS_VALUE_OF(Real32, Real32)
-PEGASUS_VALUE_OF(Real64, Real64)
-PEGASUS_VALUE_OF(Char16, const Char16&)
-PEGASUS_VALUE_OF(String, const String&)
-PEGASUS_VALUE_OF(CIMDateTime, const CIMDateTime&)
-PEGASUS_VALUE_OF(CIMObjectPath, const CIMObjectPath&)
-#undef PEGASUS_VALUE_OF
+ZORVA_VALUE_OF(Boolean, Boolean)
+ZORVA_VALUE_OF(Uint8, Uint8)
+ZORVA_VALUE_OF(Sint8, Sint8)
+ZORVA_VALUE_OF(Uint16, Uint16)
+ZORVA_VALUE_OF(Sint16, Sint16)
+ZORVA_VALUE_OF(Uint32, Uint32)
+ZORVA_VALUE_OF(Sint32, Sint32)
+ZORVA_VALUE_OF(Uint64, Uint64)
+ZORVA_VALUE_OF(Sint64, Sint64)
+ZORVA_VALUE_OF(Real32, Real32)
+ZORVA_VALUE_OF(Real64, Real64)
+ZORVA_VALUE_OF(Char16, const Char16&)
+ZORVA_VALUE_OF(String, const String&)
+ZORVA_VALUE_OF(CIMDateTime, const CIMDateTime&)
+ZORVA_VALUE_OF(CIMObjectPath, const CIMObjectPath&)
+#undef ZORVA_VALUE_OF
 
 CIMValue::CIMValue(char x) : CIMValue(static_cast<Sint8>(x)) {}
 void CIMValue::set(char x) {
@@ -154,7 +153,7 @@ void CIMValue::set(char x) {
 }
 
 template <class T>
-void CIMValue::take(T& x) const {
+void CIMValue::copyTo(T& x) const {
     if (const T* const value = std::get_if<T>(&data_)) {
         x = *value;
         return;

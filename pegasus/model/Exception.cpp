@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
-// The texts of the object model's exceptions.
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/Exception.h>
 #include <Pegasus/Common/InternalException.h>
 
 namespace Pegasus {
 
-void Detail::throwIndexOutOfBounds() {
+void detail::throwIndexOutOfBounds() {
     throw IndexOutOfBoundsException();
 }
 

@@ -65,7 +65,7 @@ bool isPort(const std::string& text) {
 bool isHostName(const String& text) {
     const std::string host = static_cast<const char*>(text.getCString());
     if (host.size() != text.size()) {
-        return false;  // a NUL, or characters that no host name has
+        return false;  // it has a NUL, or characters that are not ASCII
     }
     if (!host.empty() && host[0] == '[') {
         const std::size_t bracket = host.find(']');

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
-// Which texts can be the host of an object path.
+// Checks the host of an object path.
 #pragma once
 
 #include <Pegasus/Common/String.h>
 
 namespace Pegasus {
 
-/// Whether the text is a host name, an IPv4 address or an IPv6 address in brackets, each with or
-/// without a colon and a port behind it. A name is made of labels joined by dots; a label begins
-/// with a letter, digit or underscore, in which hyphens may follow. A name whose last label is a
-/// number must be an IPv4 address.
+/// Whether the text is a host name, an IPv4 address or an IPv6 address in brackets, optionally
+/// followed by a colon and, optionally, a port. A name consists of labels separated by dots; a
+/// label consists of letters, digits, underscores and hyphens, and does not begin with a hyphen. A
+/// name whose last label is a number must be an IPv4 address. Any thread may call it.
 bool isHostName(const String& text);
 
 }  // namespace Pegasus

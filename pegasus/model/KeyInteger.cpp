@@ -14,7 +14,7 @@ std::optional<KeyInteger> parseKeyInteger(const String& text, Sign sign) {
         return number ? std::optional(KeyInteger{false, *number}) : std::nullopt;
     }
     const bool isNegative = begin != end && *begin == '-';
-    if (isNegative || (begin != end && *begin == '+' && sign == Sign::PlusOrMinus)) {
+    if (isNegative || (begin != end && *begin == '+' && sign == Sign::plusOrMinus)) {
         ++begin;
     }
     if (end - begin > 1 && *begin == '0') {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Integers as the keys of an object path write them, stricter than other texts.
+// Parses integers in the form that keys of an object path have.
 #pragma once
 
 #include <optional>
@@ -8,17 +8,18 @@
 
 namespace Pegasus {
 
-/// An integer of up to 64 bits besides its sign; zero is never negative.
+/// An integer of sign and 64 bits; zero is never negative.
 struct KeyInteger {
     bool isNegative;
     Uint64 magnitude;
 };
 
-/// Which signs may stand before a decimal number.
-enum class Sign { MinusOnly, PlusOrMinus };
+/// The signs that a decimal number may have.
+enum class Sign { minusOnly, plusOrMinus };
 
-/// Reads a decimal number without leading zeros or a hexadecimal one ("0x1F", without a sign).
-/// Nothing if the text is anything else, or a number beyond Uint64 or below Sint64.
+/// Parses a decimal number without leading zeros, or a hexadecimal one ("0x1F", without a sign).
+/// Returns nothing if the text is anything else, or if the number is greater than the largest
+/// Uint64 or less than the smallest Sint64. Any thread may call it.
 std::optional<KeyInteger> parseKeyInteger(const String& text, Sign sign);
 
 }  // namespace Pegasus

@@ -26,7 +26,7 @@ bool isReference(const String& value) {
     return parsePath(value, parts).size() == 0 && parts.keyBindings.size() != 0;
 }
 
-/// Walks through the text of a path; every step returns what is wrong, or an empty text.
+/// Parses the text of a path. Every step returns an empty text, or the reason of its failure.
 class PathParser {
 public:
     PathParser(const String& text, PathParts& parts)
@@ -154,7 +154,7 @@ private:
                 return {};
             }
         }
-        if (!parseKeyInteger(value, Sign::MinusOnly)) {
+        if (!parseKeyInteger(value, Sign::minusOnly)) {
             return "invalid key-value pair, invalid number value " + value;
         }
         type = CIMKeyBinding::NUMERIC;
@@ -178,7 +178,7 @@ bool operator==(const PathParts& x, const PathParts& y) {
 }
 
 void sortKeys(const Array<CIMKeyBinding>& keys) {
-    // Through the const array on purpose: the non-const access would give it elements of its own.
+    // Through the const array on purpose: non-const access would unshare its elements.
     auto* const begin = const_cast<CIMKeyBinding*>(keys.getData());
     CIMKeyBinding* const end = begin + keys.size();
     if (!std::is_sorted(begin, end, isBefore)) {

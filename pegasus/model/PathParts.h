@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The parts of an object path, and how they are read from its text.
+// The parts of an object path, and the parser of its text.
 #pragma once
 
 #include <Pegasus/Common/CIMName.h>
@@ -8,7 +8,7 @@
 
 namespace Pegasus {
 
-/// What an object path is made of.
+/// The parts of an object path; absent ones are empty or null. Threads: as for String.
 struct PathParts {
     String host;
     CIMNamespaceName nameSpace;
@@ -16,26 +16,25 @@ struct PathParts {
     Array<CIMKeyBinding> keyBindings;
 };
 
-/// Whether all parts are equal; the keys must be in order in both.
+/// Whether all parts are equal, host and names ignoring case. The keys must be sorted in both.
 bool operator==(const PathParts& x, const PathParts& y);
 
-/// Puts the keys in the order of their names, ignoring case, in the array itself and in all copies
-/// that share its elements. Keys that are in order are not written.
+/// Sorts the keys by their names, ignoring case, in the array itself and in all copies that share
+/// its elements, which no other thread may use meanwhile. Sorted keys are not written.
 void sortKeys(const Array<CIMKeyBinding>& keys);
 
-/// Reads the text of a path. Returns what is wrong with it, or an empty text; the parts before a
-/// fault are then read, and there are no keys.
+/// Parses the text of a path. Returns an empty text, or the reason why the text is malformed; then
+/// the parts before the error are set, and there are no keys. Any thread may call it.
 ///
 /// 1. A text that begins with "//" has a host, up to the next slash.
-/// 2. A colon before the first dot ends the namespace; a host demands one.
-/// 3. The class name goes to the first dot or the end.
-/// 4. Behind the dot stand pairs of a key name, "=" and a value, with a comma behind each but the
-///    last, where it is allowed.
-/// 5. A value in quotes is a string, in which a backslash stands before each quote and backslash.
-///    If what it says is itself the text of a path with keys, it is a reference.
-/// 6. A value that begins with t or f (either case) is TRUE or FALSE, in any case.
-/// 7. Any other value goes to the next comma and is an integer.
-/// 8. At last the keys are put in order.
+/// 2. A colon before the first dot ends the namespace, which is required after a host.
+/// 3. The class name ends at the first dot or at the end.
+/// 4. After the dot come pairs of a key name, "=" and a value, separated by commas. A comma after
+///    the last pair is allowed.
+/// 5. A value in quotes is a string, in which quotes and backslashes are escaped by a backslash. If
+///    the string is itself the text of a path with keys, the value is a reference.
+/// 6. Any other value ends at the next comma. It is TRUE or FALSE, in any case, or an integer.
+/// 7. Finally the keys are sorted.
 String parsePath(const String& text, PathParts& parts);
 
 }  // namespace Pegasus

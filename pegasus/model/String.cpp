@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-// Texts: conversion to and from UTF-8, editing, searching and comparing.
 #include <algorithm>
 #include <cstdarg>
 #include <cstdio>
@@ -39,7 +38,7 @@ Uint32 lengthOf(const Char16* text) {
     return static_cast<Uint32>(end - text);
 }
 
-/// The units with the terminator behind them; nothing for no units.
+/// The units, followed by the terminator; no elements if there are no units.
 Array<Char16> terminated(const Char16* units, std::size_t size) {
     if (size == 0) {
         return {};
@@ -49,7 +48,8 @@ Array<Char16> terminated(const Char16* units, std::size_t size) {
     return text;
 }
 
-/// Says which bytes are not UTF-8: the text before them and the first of them in hexadecimal.
+/// Throws an Exception with the text before the bytes that are not UTF-8 and the first of these in
+/// hexadecimal.
 [[noreturn]] void throwNotUtf8(const char* bytes, std::size_t size, std::size_t index) {
     constexpr std::size_t bytesShown = 11;
     String message;
@@ -118,7 +118,7 @@ bool equalUnits(const String& s1, const Unit* units2, std::size_t size2, Same sa
     return s1.size() == size2 && std::equal(units2, units2 + size2, s1.getChar16Data(), same);
 }
 
-/// Copies of one text share it, so that they need no look at it.
+/// Copies share their text, so it need not be compared.
 template <class Same>
 bool equalTexts(const String& s1, const String& s2, Same same) {
     const Char16* const units2 = s2.getChar16Data();
@@ -156,7 +156,7 @@ const String String::EMPTY;
 
 String::String(const String& text, Uint32 n) {
     if (n > text.size()) {
-        Detail::throwIndexOutOfBounds();
+        detail::throwIndexOutOfBounds();
     }
     units_ = terminated(text.getChar16Data(), n);
 }
@@ -215,7 +215,7 @@ Char16& String::operator[](Uint32 index) {
 // NOLINTNEXTLINE(readability-const-return-type): as OpenPegasus declares it
 const Char16 String::operator[](Uint32 index) const {
     if (index > size()) {
-        Detail::throwIndexOutOfBounds();
+        detail::throwIndexOutOfBounds();
     }
     return getChar16Data()[index];
 }
@@ -232,7 +232,7 @@ String& String::append(const Char16* text, Uint32 n) {
     if (units_.size() == 0) {
         units_.append(terminator);
     }
-    // Behind the terminator first, and then over it: `text` may be this text's own.
+    // First after the terminator, then moved over it: `text` may point into this string.
     const Uint32 oldSize = size();
     units_.append(text, n);
     Char16* const end = &units_[oldSize];
@@ -263,13 +263,13 @@ String& String::append(const char* text, Uint32 n) {
 
 void String::remove(Uint32 index, Uint32 n) {
     if (index > size()) {
-        Detail::throwIndexOutOfBounds();
+        detail::throwIndexOutOfBounds();
     }
     if (n == PEG_NOT_FOUND) {
         n = size() - index;
     }
     if (n > size() - index) {
-        Detail::throwIndexOutOfBounds();
+        detail::throwIndexOutOfBounds();
     }
     units_.remove(index, n);
 }
@@ -290,7 +290,7 @@ Uint32 String::find(Char16 unit) const {
 
 Uint32 String::find(Uint32 index, Char16 unit) const {
     if (index > size()) {
-        Detail::throwIndexOutOfBounds();
+        detail::throwIndexOutOfBounds();
     }
     const Char16* const begin = getChar16Data();
     const Char16* const end = begin + size();
@@ -400,7 +400,7 @@ Boolean operator>=(const String& s1, const String& s2) {
 }
 
 String operator+(const String& s1, const String& s2) {
-    // In one buffer of the right size: what is put together is rarely appended to.
+    // One buffer of exactly this size: the result of + is rarely appended to.
     const Uint32 size = s1.size() + s2.size();
     if (size == 0) {
         return {};

@@ -18,7 +18,7 @@ CIMInstance element(CIMOMHandle& handle, const char* deviceId) {
                               CIMPropertyList());
 }
 
-TEST(CIMOMHandle, EveryCallWithoutAConnectionIsRefused) {
+TEST(CIMOMHandle, EveryCallWithoutAConnectionThrows) {
     CIMOMHandle unconnected;
     const std::string message = "the provider is not connected to a CIM server";
     EXPECT_EQ(thrownBy<CIMException>([&] {
@@ -30,7 +30,7 @@ TEST(CIMOMHandle, EveryCallWithoutAConnectionIsRefused) {
     EXPECT_EQ(thrownBy<CIMException>([&] { unconnected.disallowProviderUnload(); }), message);
 }
 
-TEST(CIMOMHandle, RefusalWithoutAConnectionIsStatusFailed) {
+TEST(CIMOMHandle, ExceptionWithoutAConnectionHasStatusFailed) {
     try {
         CIMOMHandle().disallowProviderUnload();
         FAIL() << "nothing was thrown";
@@ -39,7 +39,7 @@ TEST(CIMOMHandle, RefusalWithoutAConnectionIsStatusFailed) {
     }
 }
 
-TEST(CIMOMHandle, AllCopiesReachTheSameConnection) {
+TEST(CIMOMHandle, AllCopiesUseTheSameConnection) {
     const auto server = std::make_shared<TestServer>();
     server->addElement("usb1");
     CIMOMHandle handle(server);

@@ -26,7 +26,7 @@ std::vector<int> firstsOf(const Numbers& all) {
     return firsts;
 }
 
-TEST(Pair, BeginsWithTheDefaultOfBothTypes) {
+TEST(Pair, BeginsWithDefaultValues) {
     const Pair<int, String> pair;
     EXPECT_EQ(pair.first, 0);
     EXPECT_EQ(text(pair.second), "");
@@ -38,7 +38,7 @@ TEST(PairArray, KeepsItsElementsInOrder) {
     EXPECT_EQ(all[2].second, 20);
 }
 
-TEST(PairArray, ThoseBehindARemovedElementMoveUp) {
+TEST(PairArray, ElementsAfterARemovedOneMoveUp) {
     Numbers all = numbers(3);
     all.remove(0);
     EXPECT_EQ(firstsOf(all), (std::vector<int>{1, 2}));
@@ -60,7 +60,7 @@ TEST(PairArray, IndexPastTheEndIsOutOfBoundsAndChangesNothing) {
     EXPECT_EQ(firstsOf(all), (std::vector<int>{0, 1}));
 }
 
-TEST(PairArray, CopiesHaveElementsOfTheirOwn) {
+TEST(PairArray, CopiesAreIndependent) {
     Numbers all = numbers(2);
     const Numbers copy = all;
     all[0].first = 9;

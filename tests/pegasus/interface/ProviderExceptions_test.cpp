@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Under which status and with which text a client sees each refusal.
+// The status and the message of each exception.
 #include <Pegasus/Provider/ProviderExceptions.h>
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ TEST(ProviderExceptions, BadReferenceIsNotFound) {
     EXPECT_EQ(seenAs<BadReference>(), "6 bad reference: Some text ");
 }
 
-TEST(ProviderExceptions, NoSuchPropertyHasAStatusOfItsOwn) {
+TEST(ProviderExceptions, NoSuchPropertyHasItsOwnStatus) {
     EXPECT_EQ(seenAs<NoSuchProperty>(), "12 no such property: Some text ");
 }
 
@@ -30,7 +30,7 @@ TEST(ProviderExceptions, NotImplementedIsNotSupported) {
     EXPECT_EQ(seenAs<NotImplemented>(), "7 not implemented: Some text ");
 }
 
-TEST(ProviderExceptions, NotSupportedShowsItsTextAsItStands) {
+TEST(ProviderExceptions, NotSupportedHasItsTextUnchanged) {
     EXPECT_EQ(seenAs<NotSupported>(), "7 Some text ");
 }
 

@@ -16,7 +16,7 @@ namespace {
 
 using Numbers = Array<Uint32>;
 
-/// The elements, one behind the other.
+/// The elements, concatenated.
 std::string contents(const Numbers& numbers) {
     std::string result;
     for (Uint32 i = 0; i < numbers.size(); ++i) {
@@ -124,7 +124,7 @@ TEST(Array, Removes) {
     EXPECT_EQ(removed(arrayOf<Uint32>({1, 2}), 0, 2), "");
 }
 
-TEST(Array, RefusesToRemoveAtTheEnd) {
+TEST(Array, DoesNotRemoveAtTheEnd) {
     Numbers numbers = arrayOf<Uint32>({1, 2});
     EXPECT_THROWS(numbers.remove(2), IndexOutOfBoundsException, "index out of bounds");
     Numbers empty;
@@ -167,7 +167,7 @@ TEST(Array, Inserts) {
     EXPECT_EQ(contents(numbers), "789781255");
 }
 
-TEST(Array, TakesItsOwnElements) {
+TEST(Array, AcceptsItsOwnElements) {
     {
         ROW("array-023");
         Numbers numbers = arrayOf<Uint32>({1, 2});
@@ -195,7 +195,7 @@ TEST(Array, TakesItsOwnElements) {
     EXPECT_EQ(texts[0] + texts[1] + texts[2] + texts[3] + texts[4], "abbab");
 }
 
-TEST(Array, TakesElementsThatAreMovedIn) {
+TEST(Array, AcceptsMovedElements) {
     Array<String> texts;
     for (int i = 0; i < 9; ++i) {
         texts.append(String("x"));
@@ -208,7 +208,7 @@ TEST(Array, TakesElementsThatAreMovedIn) {
     EXPECT_EQ(texts[9], "y");
 }
 
-TEST(Array, TakesItsOwnElementWhereItGrows) {
+TEST(Array, AcceptsItsOwnElementWhenItGrows) {
     Array<String> texts(8, "x");
     texts.append(std::move(texts[0]));
     EXPECT_EQ(texts[8], "x");
@@ -246,7 +246,7 @@ TEST(Array, GrowsByPowersOfTwo) {
     }
 }
 
-TEST(Array, RefusesMoreThanItsLimit) {
+TEST(Array, RejectsMoreThanItsLimit) {
     EXPECT_EQ(Array<Uint8>::maximumCapacity, 0x3FFFFFFFU);
     Array<Uint8> bytes;
     EXPECT_THROW(bytes.reserveCapacity(0x40000000), std::bad_alloc);
@@ -331,7 +331,7 @@ TEST(Array, SharesItsElementsUntilACopyIsWritten) {
     }
 }
 
-TEST(Array, OfHandlesSharesWhatTheyStandFor) {
+TEST(Array, OfHandlesSharesTheObjectsOfTheHandles) {
     ROW("array-036");
     CIMInstance instance("C");
     instance.addProperty(CIMProperty("p", Uint32(1)));
@@ -341,7 +341,7 @@ TEST(Array, OfHandlesSharesWhatTheyStandFor) {
     EXPECT_EQ(first[0].getProperty(0).getValue().toString(), "2");
 }
 
-/// Counts how many of its kind live, and throws when it is copied once too often.
+/// Counts the existing objects, and throws when it is copied too often.
 class Fragile {
 public:
     static int living;
@@ -361,7 +361,7 @@ public:
 int Fragile::living = 0;
 int Fragile::copiesLeft = 0;
 
-TEST(Array, StaysAsItWasWhenAnElementCannotBeCopied) {
+TEST(Array, IsUnchangedWhenAnElementCannotBeCopied) {
     {
         Fragile::copiesLeft = 3;
         Array<Fragile> array(3, Fragile());

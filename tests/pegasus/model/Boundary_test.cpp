@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Objects and exceptions that cross between a program and a library with code of its own.
+// Objects and exceptions that a program exchanges with a library that has its own code.
 #include <dlfcn.h>
 
 #include "tests/pegasus/model/guest.h"
@@ -9,7 +9,7 @@ using namespace Pegasus;
 
 namespace {
 
-/// The library, loaded as long as this object lives.
+/// The library, loaded while this object exists.
 class Guest {
 public:
     Guest() : handle_(dlopen(MODEL_GUEST, RTLD_NOW | RTLD_GLOBAL)) {
@@ -28,31 +28,31 @@ private:
     void* handle_;
 };
 
-TEST(Boundary, LibraryIsReallyUnloaded) {
+TEST(Boundary, LibraryIsUnloaded) {
     { const Guest guest; }
     EXPECT_EQ(dlopen(MODEL_GUEST, RTLD_NOW | RTLD_NOLOAD), nullptr);
 }
 
 TEST(Boundary, ObjectsOutliveTheLibraryThatMadeThem) {
-    Souvenirs souvenirs;
+    ReturnedObjects objects;
     {
         const Guest guest;
-        guest.find<FillSouvenirs>("fillSouvenirs")(souvenirs);
+        guest.find<FillObjects>("fillObjects")(objects);
     }
-    EXPECT_EQ(souvenirs.text, "Guest text");
-    EXPECT_EQ(souvenirs.empty.append("x"), "x");
-    souvenirs.texts.append("more");
-    EXPECT_EQ(souvenirs.texts.size(), 4U);
-    EXPECT_EQ(souvenirs.date.toString(), "20020308070100.000000-240");
-    souvenirs.path.setHost("h");
-    EXPECT_EQ(souvenirs.path.toString(), "//h/root/x:Guest.k=\"v\"");
-    souvenirs.noPath.setClassName("C");
-    EXPECT_EQ(souvenirs.noPath.toString(), "C");
-    EXPECT_EQ(souvenirs.value.toString(), "Guest text Guest text Guest text ");
-    souvenirs.instance.getProperty(0).setValue(CIMValue(CIMTYPE_STRING, true));
-    EXPECT_EQ(souvenirs.instance.clone().getPath().toString(), "root/x:Guest.k=\"v\"");
-    EXPECT_EQ(souvenirs.parameter.getValue().toString(), "root/x:Guest.k=\"v\"");
-    EXPECT_TRUE(souvenirs.list.contains("p"));
+    EXPECT_EQ(objects.text, "Guest text");
+    EXPECT_EQ(objects.empty.append("x"), "x");
+    objects.texts.append("more");
+    EXPECT_EQ(objects.texts.size(), 4U);
+    EXPECT_EQ(objects.date.toString(), "20020308070100.000000-240");
+    objects.path.setHost("h");
+    EXPECT_EQ(objects.path.toString(), "//h/root/x:Guest.k=\"v\"");
+    objects.noPath.setClassName("C");
+    EXPECT_EQ(objects.noPath.toString(), "C");
+    EXPECT_EQ(objects.value.toString(), "Guest text Guest text Guest text ");
+    objects.instance.getProperty(0).setValue(CIMValue(CIMTYPE_STRING, true));
+    EXPECT_EQ(objects.instance.clone().getPath().toString(), "root/x:Guest.k=\"v\"");
+    EXPECT_EQ(objects.parameter.getValue().toString(), "root/x:Guest.k=\"v\"");
+    EXPECT_TRUE(objects.list.contains("p"));
 }
 
 TEST(Boundary, ExceptionsOfTheLibraryAreCaughtByTheirClass) {
@@ -70,7 +70,7 @@ TEST(Boundary, ExceptionsOfTheLibraryAreCaughtByTheirClass) {
     EXPECT_THROWS(throwIt(3), Exception, "Guest");
 }
 
-TEST(Boundary, ContainersOfTheProgramAreReadInTheLibrary) {
+TEST(Boundary, LibraryReadsContainersOfTheProgram) {
     const Guest guest;
     OperationContext context;
     context.insert(IdentityContainer("me"));
@@ -79,14 +79,14 @@ TEST(Boundary, ContainersOfTheProgramAreReadInTheLibrary) {
     EXPECT_EQ(user, "me");
 }
 
-TEST(Boundary, LibraryComesAndGoesAThousandTimes) {
-    Souvenirs souvenirs;
+TEST(Boundary, LibraryIsLoadedAndUnloadedAThousandTimes) {
+    ReturnedObjects objects;
     for (int cycle = 0; cycle < 1000; ++cycle) {
         const Guest guest;
-        guest.find<FillSouvenirs>("fillSouvenirs")(souvenirs);
+        guest.find<FillObjects>("fillObjects")(objects);
         EXPECT_THROW(guest.find<ThrowException>("throwException")(0), CIMException);
     }
-    EXPECT_EQ(souvenirs.instance.getClassName().getString(), "Guest");
+    EXPECT_EQ(objects.instance.getClassName().getString(), "Guest");
 }
 
 }  // namespace

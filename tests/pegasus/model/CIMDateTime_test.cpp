@@ -72,7 +72,7 @@ TEST(CIMDateTime, ReadsPointsInTimeAndIntervals) {
     }
 }
 
-TEST(CIMDateTime, RefusesWhatIsOutOfRange) {
+TEST(CIMDateTime, RejectsWhatIsOutOfRange) {
     struct Case {
         const char* row;
         const char* text;
@@ -97,7 +97,7 @@ TEST(CIMDateTime, RefusesWhatIsOutOfRange) {
     }
 }
 
-TEST(CIMDateTime, RefusesWhatIsNoDate) {
+TEST(CIMDateTime, RejectsWhatIsNoDate) {
     const std::vector<modeltest::TextCase> cases{{"datetime-025", "00000001020304.000005:001"},
                                                  {"datetime-026", ""},
                                                  {"datetime-027", "x"},
@@ -181,7 +181,7 @@ TEST(CIMDateTime, DoesNotComparePointsWithIntervals) {
     EXPECT_THROWS(point < interval, TypeMismatchException, fault);
 }
 
-TEST(CIMDateTime, IsMadeOfMicroseconds) {
+TEST(CIMDateTime, IsMadeFromMicroseconds) {
     {
         ROW("datetime-048");
         EXPECT_EQ(CIMDateTime(0, true).toString(), "00000000000000.000000:000");

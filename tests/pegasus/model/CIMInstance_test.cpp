@@ -22,7 +22,7 @@ std::string valueAt(const CIMInstance& instance, Uint32 index) {
     return describe(instance.getProperty(index).getValue());
 }
 
-TEST(CIMInstance, StandsForNothingAtFirst) {
+TEST(CIMInstance, IsNullByDefault) {
     CIMInstance none;
     {
         ROW("instance-001");
@@ -64,7 +64,7 @@ TEST(CIMInstance, StandsForNothingAtFirst) {
     EXPECT_THROWS(none.identical(none), UninitializedObjectException, "uninitialized object");
 }
 
-TEST(CIMInstance, ThrowsWhenNothingIsCloned) {
+TEST(CIMInstance, ThrowsWhenANullHandleIsCloned) {
     EXPECT_THROWS(CIMInstance().clone(), UninitializedObjectException, "uninitialized object");
     EXPECT_THROWS(CIMConstInstance().clone(), UninitializedObjectException, "uninitialized object");
 }

@@ -55,7 +55,7 @@ TEST(CIMName, IgnoresCaseButKeepsIt) {
     }
 }
 
-TEST(CIMName, AcceptsLettersUnderscoresDigitsAndAllBeyondAscii) {
+TEST(CIMName, AcceptsLettersUnderscoresDigitsAndNonAscii) {
     const std::vector<modeltest::TextCase> cases{{"name-012", "_a"},
                                                  {"name-013", "A1"},
                                                  {"name-020", "\xC3\xA9t\xC3\xA9"},
@@ -71,7 +71,7 @@ TEST(CIMName, AcceptsLettersUnderscoresDigitsAndAllBeyondAscii) {
     EXPECT_TRUE(CIMName::legal("\xEF\xBF\xAF"));
 }
 
-TEST(CIMName, RefusesEverythingElse) {
+TEST(CIMName, RejectsEverythingElse) {
     const std::vector<modeltest::TextCase> cases{
         {"name-002", ""},    {"name-014", "1a"},  {"name-015", "a b"}, {"name-016", "a-b"},
         {"name-017", "a.b"}, {"name-018", "a:b"}, {"name-019", "a/b"}, {"name-022", "a\""},
@@ -116,7 +116,7 @@ TEST(CIMName, KeepsTheOldNameWhenTheNewOneIsBad) {
     EXPECT_EQ(name.getString(), "good");
 }
 
-TEST(CIMNamespaceName, IgnoresCaseAndTheFirstSlash) {
+TEST(CIMNamespaceName, IgnoresCaseAndALeadingSlash) {
     {
         ROW("namespace-001");
         EXPECT_TRUE(CIMNamespaceName().isNull());
@@ -136,7 +136,7 @@ TEST(CIMNamespaceName, IgnoresCaseAndTheFirstSlash) {
     EXPECT_TRUE(name.isNull());
 }
 
-TEST(CIMNamespaceName, AcceptsNamesJoinedBySlashes) {
+TEST(CIMNamespaceName, AcceptsNamesSeparatedBySlashes) {
     const std::vector<std::vector<const char*>> cases{
         {"namespace-004", "root", "root"},
         {"namespace-005", "root/cimv2", "root/cimv2"},
@@ -148,7 +148,7 @@ TEST(CIMNamespaceName, AcceptsNamesJoinedBySlashes) {
     }
 }
 
-TEST(CIMNamespaceName, RefusesEverythingElse) {
+TEST(CIMNamespaceName, RejectsEverythingElse) {
     const std::vector<modeltest::TextCase> cases{
         {"namespace-007", "root/"},    {"namespace-008", "root//x"},
         {"namespace-009", "//root"},   {"namespace-010", "root\\cimv2"},

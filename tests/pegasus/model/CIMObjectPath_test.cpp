@@ -25,7 +25,7 @@ K stringKey(const char* name, const char* value) {
     return {name, value, K::STRING};
 }
 
-/// A path, empty parts being absent.
+/// A path of these parts; empty ones are absent.
 CIMObjectPath path(const char* host, const char* nameSpace, const char* className,
                    const Keys& keys = Keys()) {
     return {host, *nameSpace == '\0' ? CIMNamespaceName() : CIMNamespaceName(nameSpace), className,
@@ -36,7 +36,7 @@ std::string textOfKey(const char* value, K::Type type = K::STRING) {
     return utf8(path("", "", "K", keysOf({K("s", value, type)})).toString());
 }
 
-TEST(CIMObjectPath, IsMadeOfParts) {
+TEST(CIMObjectPath, IsMadeFromParts) {
     {
         ROW("path-001");
         EXPECT_EQ(describe(CIMObjectPath()), R"(host "" ns null class null keys [])");
@@ -66,7 +66,7 @@ TEST(CIMObjectPath, IsMadeOfParts) {
     }
 }
 
-TEST(CIMObjectPath, PutsItsKeysInOrder) {
+TEST(CIMObjectPath, SortsItsKeys) {
     {
         ROW("path-007");
         const Keys keys = keysOf({stringKey("b", "1"), stringKey("a", "2"), stringKey("C", "3")});
@@ -98,7 +98,7 @@ TEST(CIMObjectPath, PutsItsKeysInOrder) {
     }
 }
 
-TEST(CIMObjectPath, DoesNotWriteToKeysThatAreInOrder) {
+TEST(CIMObjectPath, DoesNotWriteSortedKeys) {
     const Keys keys = keysOf({stringKey("a", "1"), stringKey("b", "2")});
     const CIMObjectPath made = path("", "", "K", keys);
     EXPECT_EQ(made.getKeyBindings().getData(), keys.getData());
@@ -135,7 +135,7 @@ TEST(CIMObjectPath, WritesKeysByTheirType) {
     }
 }
 
-TEST(CIMObjectPath, TakesAStringThatIsAPathWithKeysForAReference) {
+TEST(CIMObjectPath, ReadsAStringThatIsAPathWithKeysAsAReference) {
     struct Case {
         const char* row;
         const char* value;
@@ -358,7 +358,7 @@ TEST(CIMObjectPath, ChangesItsParts) {
     EXPECT_EQ(assigned.toString(), "//h/root/y:D");
 }
 
-TEST(CIMObjectPath, HoldsThePartsBeforeTheFaultWhenATextIsNoPath) {
+TEST(CIMObjectPath, HasThePartsBeforeTheErrorWhenATextIsNoPath) {
     ROW("path-130");
     CIMObjectPath changed(String("//h/root/x:D.j=1"));
     EXPECT_THROWS(changed.set(String("C.k=")), MalformedObjectNameException,
@@ -367,7 +367,7 @@ TEST(CIMObjectPath, HoldsThePartsBeforeTheFaultWhenATextIsNoPath) {
     EXPECT_EQ(changed.toString(), "C");
 }
 
-TEST(CIMObjectPath, DoesNotReachItsCopiesWhenATextIsNoPath) {
+TEST(CIMObjectPath, DoesNotChangeItsCopiesWhenATextIsNoPath) {
     CIMObjectPath changed(String("D.j=1"));
     const CIMObjectPath copy(changed);
     EXPECT_THROW(changed.set(String("C.k=")), MalformedObjectNameException);

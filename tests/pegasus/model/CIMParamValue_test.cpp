@@ -12,7 +12,7 @@ CIMParamValue sample() {
     return {"p", Uint16(1)};
 }
 
-TEST(CIMParamValue, StandsForNothingAtFirst) {
+TEST(CIMParamValue, IsNullByDefault) {
     CIMParamValue none;
     {
         ROW("paramvalue-001");

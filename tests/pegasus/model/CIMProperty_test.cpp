@@ -13,7 +13,7 @@ CIMProperty number() {
     return {"n", Uint16(1)};
 }
 
-TEST(CIMProperty, StandsForNothingAtFirst) {
+TEST(CIMProperty, IsNullByDefault) {
     CIMProperty none;
     {
         ROW("property-001");
@@ -99,7 +99,7 @@ TEST(CIMProperty, ChecksReferenceClassAndArraySize) {
     EXPECT_EQ(CIMProperty("n", CIMValue(CIMTYPE_UINT16, true), 4).getArraySize(), 4U);
 }
 
-TEST(CIMProperty, TakesValuesOfItsTypeOnly) {
+TEST(CIMProperty, AcceptsOnlyValuesOfItsType) {
     CIMProperty scalar = number();
     CIMProperty array("a", arrayOf<Uint16>({1}));
     {

@@ -50,7 +50,7 @@ TEST(CIMStatusCode, HasANumberAndAName) {
     }
 }
 
-TEST(CIMStatusCode, IsNamedEvenIfUnknown) {
+TEST(CIMStatusCode, HasANameEvenIfUnknown) {
     ROW("exception-021");
     EXPECT_STREQ(cimStatusCodeToString(static_cast<CIMStatusCode>(99)),
                  "Unrecognized CIM status code");

@@ -20,7 +20,7 @@ TEST(CIMType, HasANumberAndAName) {
               "instance=16 ");
 }
 
-TEST(CIMType, OfCppHasTheSizeOfOpenPegasus) {
+TEST(CIMType, HasTheSizeThatOpenPegasusHas) {
     {
         ROW("type-002");
         EXPECT_EQ(sizeof(Boolean), 1U);

@@ -25,7 +25,7 @@ CIMValue nullArray(CIMType type) {
     return {type, true};
 }
 
-/// Whether get() takes the value into a variable of type T; what it throws must be a mismatch.
+/// Whether get() copies the value to a variable of type T. Any exception must be a type mismatch.
 template <class T>
 bool accepts(const CIMValue& value) {
     T variable{};
@@ -38,7 +38,7 @@ bool accepts(const CIMValue& value) {
     }
 }
 
-/// Names the types that get() takes the value into, of all scalars and the commonest arrays.
+/// The names of the types that get() accepts, out of all scalars and the most common arrays.
 std::string accepted(const CIMValue& value) {
     std::string result;
     const auto note = [&result](bool isAccepted, const char* name) {
@@ -69,7 +69,7 @@ std::string accepted(const CIMValue& value) {
     return result.empty() ? "nothing" : result;
 }
 
-TEST(CIMValue, HoldsEveryType) {
+TEST(CIMValue, CanHaveEveryType) {
     struct Case {
         const char* row;
         CIMValue value;
@@ -127,7 +127,7 @@ TEST(CIMValue, HoldsEveryType) {
     }
 }
 
-TEST(CIMValue, IsANullOfEveryType) {
+TEST(CIMValue, CanBeANullOfEveryType) {
     struct Case {
         const char* row;
         CIMType type;
@@ -187,7 +187,7 @@ TEST(CIMValue, ReadsAsText) {
         {"value-081", 0.1, "1.0000000000000001e-01"},
         {"value-082", 1e300, "1.0000000000000001e+300"},
         {"value-083", std::numeric_limits<Real64>::infinity(), "inf"},
-        // What x86 computes for 0.0 / 0.0 has the sign bit.
+        // On x86 the result of 0.0 / 0.0 has the sign bit.
         {"value-084", std::copysign(std::numeric_limits<Real64>::quiet_NaN(), -1.0), "-nan"},
         {"value-085", Char16(0x20AC), "\xE2\x82\xAC"},
         {"value-086", arrayOf<String>({"", "x", ""}), " x  "},
@@ -209,7 +209,7 @@ TEST(CIMValue, ReadsTheSameInEveryLocale) {
     std::setlocale(LC_ALL, before.c_str());
 }
 
-TEST(CIMValue, IsTakenIntoAVariableOfItsTypeOnly) {
+TEST(CIMValue, IsCopiedOnlyToAVariableOfItsType) {
     struct Case {
         const char* row;
         CIMValue value;
@@ -259,7 +259,7 @@ template <class T>
 class CIMValueOfType : public testing::Test {};
 using AllTypes = testing::Types<Boolean, Uint8, Sint8, Uint16, Sint16, Uint32, Sint32, Uint64,
                                 Sint64, Real32, Real64, Char16, String, CIMDateTime, CIMObjectPath>;
-// The last comma: clang does not want a variadic macro without its argument.
+// The trailing comma: clang warns about a variadic macro without arguments.
 TYPED_TEST_SUITE(CIMValueOfType, AllTypes, );
 
 template <class T>
@@ -308,7 +308,7 @@ TYPED_TEST(CIMValueOfType, GivesBackWhatWasSet) {
     EXPECT_EQ(items.size(), 2U);
 }
 
-TEST(CIMValue, LeavesTheVariableWhenTypesDiffer) {
+TEST(CIMValue, LeavesTheVariableUnchangedWhenTypesDiffer) {
     const CIMValue number(Uint16(1));
     Uint32 wide = 0;
     String text;
@@ -341,7 +341,7 @@ TEST(CIMValue, LeavesTheVariableWhenTypesDiffer) {
     }
 }
 
-TEST(CIMValue, LeavesTheVariableWhenItIsNull) {
+TEST(CIMValue, LeavesTheVariableUnchangedWhenItIsNull) {
     {
         ROW("value-131");
         Uint16 x = 77;
@@ -445,8 +445,8 @@ TEST(CIMValue, EqualsTheSameValueOfTheSameType) {
                   "type mismatch: Trying to compare CIMDateTime objects of differing types");
 }
 
-TEST(CIMValue, IsCompatibleWithItsOwnTypeOnly) {
-    // The number in the type's enumeration is the number of the row.
+TEST(CIMValue, IsCompatibleOnlyWithItsOwnType) {
+    // The value of the CIMType is the index of the row.
     constexpr const char* rows[] = {"value-164", "value-165", "value-166", "value-167", "value-168",
                                     "",          "value-170", "value-171", "value-172", "value-173",
                                     "value-174", "value-175", "value-176", "value-177", "value-178",

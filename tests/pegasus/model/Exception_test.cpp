@@ -8,7 +8,7 @@ using namespace Pegasus;
 
 namespace {
 
-TEST(Exception, PutsItsTextBehindWhatItsClassSays) {
+TEST(Exception, AppendsItsTextToTheTextOfItsClass) {
     {
         ROW("exception-024");
         EXPECT_EQ(Exception("text").getMessage(), "text");

@@ -15,7 +15,7 @@ TEST(HostName, AcceptsNamesAndAddressesWithAndWithoutPort) {
     }
 }
 
-TEST(HostName, RefusesEverythingElse) {
+TEST(HostName, RejectsEverythingElse) {
     for (const char* const host :
          {"",   ".",    ".h",        "h..i",      "a.-b",    "h/",       "h@i",      "h i",
           "5",  "a.5",  "256.0.0.1", "1.2.3.4.5", "h:65536", "h:123456", "h:x",      "h:1:2",

@@ -7,7 +7,7 @@ using namespace Pegasus;
 
 namespace {
 
-/// A container of another class, which counts how many of its kind live.
+/// A container of another class. It counts the existing objects.
 class Other : public OperationContext::Container {
 public:
     explicit Other(const String& name) : name_(name) { ++living; }
@@ -81,7 +81,7 @@ TEST(OperationContext, IsIndependentOfItsCopies) {
     EXPECT_FALSE(copy.contains("IdentityContainer"));
 }
 
-TEST(OperationContext, DestroysTheCopiesThatItMade) {
+TEST(OperationContext, DestroysItsCopies) {
     {
         OperationContext context;
         context.insert(Other("x"));

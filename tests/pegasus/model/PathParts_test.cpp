@@ -25,7 +25,7 @@ TEST(PathParts, FindsTheEndOfAString) {
     EXPECT_EQ(fault(R"(C.k="\"")"), "");
 }
 
-TEST(PathParts, DemandsPlainIntegers) {
+TEST(PathParts, RequiresPlainIntegers) {
     for (const char* const number : {"Fred", "truely", "--5", "-", "-05", "0x", "0xG", "5 "}) {
         EXPECT_EQ(fault((std::string("C.k=") + number).c_str()),
                   std::string("invalid key-value pair, invalid number value ") + number);
@@ -43,19 +43,19 @@ TEST(PathParts, NamesABadKey) {
     EXPECT_EQ(fault("C.k=1,,j=2"), "invalid key-value pair, invalid key name:,j");
 }
 
-TEST(PathParts, DemandsAHostAfterTwoSlashes) {
+TEST(PathParts, RequiresAHostAfterTwoSlashes) {
     EXPECT_EQ(fault("///root/x:C"), "invalid hostname");
     EXPECT_EQ(fault("//"), "missing slash after hostname");
     EXPECT_EQ(fault("//h/:C"), "invalid namespace name");
 }
 
-TEST(PathParts, LooksForTheNamespaceBeforeTheFirstDot) {
+TEST(PathParts, SearchesTheNamespaceBeforeTheFirstDot) {
     EXPECT_EQ(fault("root/x.y:C"), "class name root/x not a legal CIM name");
     EXPECT_EQ(fault("C.k=\"x:y\""), "");
 }
 
 TEST(PathParts, ReadsNestedPathsOfAnyDepth) {
-    // Every level doubles the backslashes, so that the depth is the logarithm of the length.
+    // Every level doubles the backslashes, so the depth is logarithmic in the length.
     CIMObjectPath path(String("C.k=1"));
     for (int depth = 0; depth < 14; ++depth) {
         Array<CIMKeyBinding> keys;
@@ -67,7 +67,7 @@ TEST(PathParts, ReadsNestedPathsOfAnyDepth) {
     EXPECT_EQ(parts.keyBindings[0].getType(), CIMKeyBinding::REFERENCE);
 }
 
-TEST(PathParts, HasNoKeysAfterAFault) {
+TEST(PathParts, HasNoKeysAfterAnError) {
     PathParts parts;
     EXPECT_NE(parsePath("root/x:C.j=1,k=", parts), "");
     EXPECT_EQ(parts.keyBindings.size(), 0U);
@@ -75,7 +75,7 @@ TEST(PathParts, HasNoKeysAfterAFault) {
     EXPECT_EQ(parts.nameSpace.getString(), "root/x");
 }
 
-TEST(PathParts, KeepsManyKeysOfOneNameInPlace) {
+TEST(PathParts, KeepsTheOrderOfKeysOfOneName) {
     Array<CIMKeyBinding> keys;
     for (int i = 0; i < 100; ++i) {
         keys.append(CIMKeyBinding("b", std::to_string(i).c_str(), CIMKeyBinding::NUMERIC));
@@ -88,7 +88,7 @@ TEST(PathParts, KeepsManyKeysOfOneNameInPlace) {
     }
 }
 
-TEST(PathParts, SortsByNameIgnoringCaseAndKeepsTheRestInPlace) {
+TEST(PathParts, SortsByNameIgnoringCaseAndIsStable) {
     Array<CIMKeyBinding> keys;
     for (const char* const name : {"b", "A", "B", "a"}) {
         keys.append(CIMKeyBinding(name, name, CIMKeyBinding::STRING));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Handles that are copied and dropped by many threads at once; ThreadSanitizer sees what goes wrong.
+// Handles that many threads copy and destroy at once; ThreadSanitizer detects data races.
 #include <atomic>
 #include <thread>
 #include <vector>
@@ -13,20 +13,20 @@ using namespace Pegasus;
 
 namespace {
 
-/// An object that notices its end.
+/// An object that counts its destruction.
 struct Watched {
-    explicit Watched(int& ends) : ends_(ends) {}
+    explicit Watched(int& counter) : ends(counter) {}
     Watched(const Watched&) = delete;
     Watched& operator=(const Watched&) = delete;
-    ~Watched() { ++ends_; }
+    ~Watched() { ++ends; }
 
-    Detail::ReferenceCount references;
-    int& ends_;
+    detail::ReferenceCount references;
+    int& ends;
 };
 
-using Handle = Detail::SharedRep<Watched>;
+using Handle = detail::SharedRep<Watched>;
 
-TEST(SharedRep, EndsItsObjectWithTheLastHandle) {
+TEST(SharedRep, DeletesItsObjectWithTheLastHandle) {
     int ends = 0;
     Handle first(new Watched(ends));
     {
@@ -48,7 +48,7 @@ TEST(SharedRep, EndsItsObjectWithTheLastHandle) {
     EXPECT_EQ(ends, 2);
 }
 
-TEST(SharedRep, OfNothingCanBeCopied) {
+TEST(SharedRep, CanBeCopiedWhenNull) {
     Handle none;
     Handle copy(none);
     none = copy;
@@ -57,9 +57,9 @@ TEST(SharedRep, OfNothingCanBeCopied) {
 }
 
 TEST(ReferenceCount, IsOneForACopiedObject) {
-    Detail::ReferenceCount count;
+    detail::ReferenceCount count;
     count.retain();
-    EXPECT_FALSE(Detail::ReferenceCount(count).isShared());
+    EXPECT_FALSE(detail::ReferenceCount(count).isShared());
     EXPECT_FALSE(count.release());
     EXPECT_TRUE(count.release());
 }

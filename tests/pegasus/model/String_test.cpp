@@ -15,7 +15,7 @@ namespace {
 
 const std::string notUtf8 = "The byte sequence starting at index ";
 
-/// The code units, four hexadecimal digits each.
+/// The code units in hexadecimal, four digits each.
 std::string units(const String& text) {
     std::string result;
     for (Uint32 i = 0; i < text.size(); ++i) {
@@ -27,7 +27,7 @@ std::string units(const String& text) {
     return result;
 }
 
-TEST(String, MadeFromText) {
+TEST(String, IsMadeFromText) {
     {
         ROW("string-001");
         EXPECT_EQ(String(), "");
@@ -89,7 +89,7 @@ TEST(String, ConvertsUtf8ToUtf16AndBack) {
     }
 }
 
-TEST(String, NamesTheBytesThatAreNotUtf8) {
+TEST(String, ThrowsWithTheBytesThatAreNotUtf8) {
     struct Case {
         const char* row;
         std::string bytes;
@@ -149,11 +149,11 @@ TEST(String, NamesTheBytesThatAreNotUtf8) {
                   notUtf8 + "0 is not valid UTF-8 encoding:  0xC3");
 }
 
-TEST(String, ThrowsWhatIsNoStandardException) {
+TEST(String, ThrowsNoStandardException) {
     EXPECT_FALSE((std::is_base_of_v<std::exception, Exception>));
 }
 
-TEST(String, RefusesNullPointers) {
+TEST(String, RejectsNullPointers) {
     const char* const noBytes = nullptr;
     const Char16* const noUnits = nullptr;
     String text("old");
@@ -169,7 +169,7 @@ TEST(String, RefusesNullPointers) {
     EXPECT_EQ(text, "old");
 }
 
-TEST(String, LosesTheOldTextWhenBytesAreNotUtf8) {
+TEST(String, IsEmptyAfterBytesThatAreNotUtf8) {
     const std::string fault = notUtf8 + "1 is not valid UTF-8 encoding: x 0x93";
     String text("old");
     {
@@ -388,7 +388,7 @@ TEST(String, AppendsPartsOfItself) {
     EXPECT_EQ(text, "abcdbcbcbcbcbca");
 }
 
-TEST(String, TakesParts) {
+TEST(String, ReturnsSubstrings) {
     const String text("abcdef");
     {
         ROW("string-089");
@@ -520,7 +520,7 @@ TEST(String, StaysEmptyAfterRemovingEverything) {
     EXPECT_EQ(text.append("x"), "x");
 }
 
-TEST(String, LowersAscii) {
+TEST(String, ConvertsAsciiToLowerCase) {
     {
         ROW("string-117");
         String text("AbC\xC3\x89");

@@ -10,23 +10,23 @@ const String className("Guest");
 
 }  // namespace
 
-extern "C" PEGASUS_EXPORT FillSouvenirs fillSouvenirs;
+extern "C" PEGASUS_EXPORT FillObjects fillObjects;
 extern "C" PEGASUS_EXPORT ThrowException throwException;
 extern "C" PEGASUS_EXPORT UserOf userOf;
 
-void fillSouvenirs(Souvenirs& souvenirs) {
-    souvenirs.text = className + " text";
-    souvenirs.empty = String::EMPTY;
-    souvenirs.texts = Array<String>(3, souvenirs.text);
-    souvenirs.date = CIMDateTime(String("20020308070100.000000-240"));
-    souvenirs.path = CIMObjectPath(String("root/x:Guest.k=\"v\""));
-    souvenirs.noPath = CIMObjectPath();
-    souvenirs.value = CIMValue(souvenirs.texts);
-    souvenirs.instance = CIMInstance(className);
-    souvenirs.instance.addProperty(CIMProperty("p", souvenirs.value));
-    souvenirs.instance.setPath(souvenirs.path);
-    souvenirs.parameter = CIMParamValue("q", souvenirs.path);
-    souvenirs.list = CIMPropertyList(Array<CIMName>(1, "p"));
+void fillObjects(ReturnedObjects& objects) {
+    objects.text = className + " text";
+    objects.empty = String::EMPTY;
+    objects.texts = Array<String>(3, objects.text);
+    objects.date = CIMDateTime(String("20020308070100.000000-240"));
+    objects.path = CIMObjectPath(String("root/x:Guest.k=\"v\""));
+    objects.noPath = CIMObjectPath();
+    objects.value = CIMValue(objects.texts);
+    objects.instance = CIMInstance(className);
+    objects.instance.addProperty(CIMProperty("p", objects.value));
+    objects.instance.setPath(objects.path);
+    objects.parameter = CIMParamValue("q", objects.path);
+    objects.list = CIMPropertyList(Array<CIMName>(1, "p"));
 }
 
 void throwException(int kind) {

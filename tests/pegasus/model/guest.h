@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-// What passes between a program and a library that it loads, each with its own copy of the model's
-// code and nothing but the functions below exported.
+// The interface between a program and a library that it loads. Each has its own copy of the object
+// model's code, and the library exports only the functions below.
 #pragma once
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/OperationContext.h>
 
-/// Everything that a library hands out and that must outlive it.
-struct Souvenirs {
+/// The objects that a library returns and that must outlive it.
+struct ReturnedObjects {
     Pegasus::String text;
     Pegasus::String empty;
     Pegasus::Array<Pegasus::String> texts;
@@ -22,7 +22,7 @@ struct Souvenirs {
 };
 
 extern "C" {
-using FillSouvenirs = void(Souvenirs& souvenirs);
+using FillObjects = void(ReturnedObjects& objects);
 using ThrowException = void(int kind);
 using UserOf = void(const Pegasus::OperationContext& context, Pegasus::String& user);
 }

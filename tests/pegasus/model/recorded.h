@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-// How the tests of the object model name what OpenPegasus 2.14.4 was recorded to do, and write down
-// what the model does.
+// Helpers of the tests that compare the object model with the recorded behaviour of OpenPegasus
+// 2.14.4.
 //
-// A text like "string-047" is the number of a recorded behaviour; uncovered_rows.py checks that all
-// of them are named in a test or stand in left_out.txt with a reason.
+// A text like "string-047" is the number of a recorded behaviour; uncovered_rows.py checks that
+// each number is in a test, or in left_out.txt with a reason.
 #pragma once
 
 #include <initializer_list>
@@ -16,10 +16,10 @@
 #include <Pegasus/Common/String.h>
 #include <gtest/gtest.h>
 
-/// Names the recorded behaviour that the rest of the block checks.
+/// Sets the number of the recorded behaviour that the rest of the block checks.
 #define ROW(id) SCOPED_TRACE(id)
 
-/// The statement throws exactly this class of the object model, with this text.
+/// Expects the statement to throw exactly this class of the object model, with this message.
 #define EXPECT_THROWS(statement, Class, text)                             \
     EXPECT_EQ(modeltest::thrownBy([&] { static_cast<void>(statement); }), \
               modeltest::describeException(typeid(Class), text))
@@ -82,7 +82,7 @@ inline std::string describe(const Pegasus::CIMObjectPath& path) {
            " keys " + describe(path.getKeyBindings());
 }
 
-/// A recorded behaviour, if any, and the text that it is about.
+/// A text and the number of its recorded behaviour, if any.
 struct TextCase {
     const char* row;
     const char* text;

@@ -5,8 +5,8 @@
 usage: uncovered_rows.py RECORDED.tsv
 
 The first column of the table numbers what was recorded, for example "string-047". Each number must
-stand in quotes in a test beside this script, or in left_out.txt with a reason, and not in both; a
-number that the table does not have is a mistake. Exits with 77 (skipped) where there is no table.
+be in quotes in a test in the folder of this script, or in left_out.txt with a reason, but not in
+both. A number that is not in the table is an error. Exits with 77 (skipped) if there is no table.
 """
 
 import pathlib

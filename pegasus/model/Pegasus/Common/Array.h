@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The object model's growing array, whose copies share their elements until one of them is written.
+// The object model's dynamic array, with copy-on-write.
 #pragma once
 
 #include <algorithm>
@@ -14,24 +14,26 @@
 
 namespace Pegasus {
 
-namespace Detail {
-/// Throws IndexOutOfBoundsException; apart because that exception's text is a String and a String
-/// is made of an Array.
+namespace detail {
+/// Throws IndexOutOfBoundsException. Defined elsewhere, because that exception has a String, which
+/// contains an Array.
 [[noreturn]] void throwIndexOutOfBounds();
-}  // namespace Detail
+}  // namespace detail
 
-/// A growing array.
+/// A dynamic array.
 ///
-/// A copy costs one counter: both arrays share one buffer until one of them is written, which gives
-/// it a buffer of its own. Taking an element through the non-const operator[] counts as writing, so
-/// a reference obtained before the array was copied reaches both copies. Indices are checked: one
-/// past the end throws IndexOutOfBoundsException and changes nothing. Items handed in may be the
-/// array's own. Different arrays may be used by different threads even where they share a buffer;
-/// one array must not be written while another thread uses it.
+/// Copies share one buffer, with an atomic reference count, until one of them is written; that one
+/// gets its own buffer. The non-const operator[] counts as writing. A reference that it returned
+/// before the array was copied changes both copies. Indices are checked: an index past the end
+/// throws IndexOutOfBoundsException and changes nothing. Arguments may be elements of the array
+/// itself.
+///
+/// One array is used by one thread at a time, unless it is only read. Different arrays may be used
+/// by different threads, even if they share a buffer.
 template <class T>
 class Array {
 public:
-    /// The most elements that a buffer is made for; a request for more throws std::bad_alloc.
+    /// The largest capacity; a request for more throws std::bad_alloc.
     static constexpr Uint32 maximumCapacity = 0x3FFFFFFF;
 
     /// An empty array without a buffer.
@@ -52,7 +54,7 @@ public:
             buffer_->size = size;
         }
     }
-    /// Copies of `size` elements that lie one behind the other.
+    /// Copies of `size` consecutive elements.
     Array(const T* items, Uint32 size) : Array() {
         buffer_ = makeBuffer(size);
         if (buffer_ != nullptr) {
@@ -67,7 +69,7 @@ public:
         return *this;
     }
 
-    /// Removes all elements; an array that shares its buffer with no other keeps the capacity.
+    /// Removes all elements. The capacity is kept unless the buffer is shared.
     void clear() {
         if (buffer_ == nullptr) {
             return;
@@ -81,7 +83,7 @@ public:
         }
     }
 
-    /// Makes room for at least `capacity` elements: a power of two, from 8 on.
+    /// Makes room for at least `capacity` elements, rounded up to a power of two, at least 8.
     void reserveCapacity(Uint32 capacity) {
         if (capacity > getCapacity() || isShared()) {
             moveTo(makeBuffer(std::max(roundedUp(capacity), getCapacity())));
@@ -96,11 +98,10 @@ public:
     Uint32 size() const noexcept { return buffer_ == nullptr ? 0 : buffer_->size; }
     Uint32 getCapacity() const noexcept { return buffer_ == nullptr ? 0 : buffer_->capacity; }
 
-    /// The elements, one behind the other, valid until the array is written; null if there is no
-    /// buffer.
+    /// The elements, valid until the array is written; null if there is no buffer.
     const T* getData() const noexcept { return buffer_ == nullptr ? nullptr : elements(); }
 
-    /// The element, to be written; valid until the array is next written or copied.
+    /// The element, for writing; valid until the array is written or copied.
     T& operator[](Uint32 index) {
         check(index < size());
         unshare();
@@ -111,10 +112,10 @@ public:
         return elements()[index];
     }
 
-    /// Adds an element, or several, behind the last one.
+    /// Adds one or several elements at the end.
     void append(const T& item) { append(&item, 1); }
     void append(T&& item) {
-        T taken(std::move(item));  // before elements move: it may be the array's own
+        T taken(std::move(item));  // before elements move: it may be one of them
         reserveCapacity(checkedSum(size(), 1));
         std::uninitialized_move_n(&taken, 1, elements() + buffer_->size);
         ++buffer_->size;
@@ -123,7 +124,7 @@ public:
         if (size == 0) {
             return;
         }
-        // Whoever appends an array's own elements needs them in place until they are copied.
+        // If the items are elements of this array, they must exist until they are copied.
         const Array keep = contains(items) ? *this : Array();
         reserveCapacity(checkedSum(this->size(), size));
         std::uninitialized_copy_n(items, size, elements() + buffer_->size);
@@ -131,11 +132,11 @@ public:
     }
     void appendArray(const Array& other) { append(other.getData(), other.size()); }
 
-    /// Adds an element, or several, before the first one.
+    /// Adds one or several elements at the front.
     void prepend(const T& item) { insert(0, &item, 1); }
     void prepend(const T* items, Uint32 size) { insert(0, items, size); }
 
-    /// Adds an element, or several, before the one at the index; index size() appends.
+    /// Adds one or several elements before the one at the index; the index size() appends.
     void insert(Uint32 index, const T& item) { insert(index, &item, 1); }
     void insert(Uint32 index, const T* items, Uint32 size) {
         const Uint32 oldSize = this->size();
@@ -146,8 +147,8 @@ public:
         }
     }
 
-    /// Removes the element at the index, or `size` elements from there on. Removing none is allowed
-    /// at any index.
+    /// Removes the element at the index, or `size` elements from there on. Any index is allowed if
+    /// `size` is 0.
     void remove(Uint32 index) { remove(index, 1); }
     void remove(Uint32 index, Uint32 size) {
         if (size == 0) {
@@ -162,9 +163,9 @@ public:
     }
 
 private:
-    /// Head of a buffer; the elements follow at elementOffset.
+    /// The header of a buffer; the elements follow at elementOffset.
     struct Buffer {
-        Detail::ReferenceCount references;
+        detail::ReferenceCount references;
         Uint32 size = 0;
         Uint32 capacity = 0;
     };
@@ -174,7 +175,7 @@ private:
 
     static void check(bool isInBounds) {
         if (!isInBounds) {
-            Detail::throwIndexOutOfBounds();
+            detail::throwIndexOutOfBounds();
         }
     }
 
@@ -226,7 +227,8 @@ private:
         }
     }
 
-    /// Takes the elements, copied where others share them, into a new buffer of enough capacity.
+    /// Moves the elements, or copies them if they are shared, to a new buffer of sufficient
+    /// capacity.
     void moveTo(Buffer* buffer) {
         Array target;
         target.buffer_ = buffer;

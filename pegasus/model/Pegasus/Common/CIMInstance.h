@@ -16,18 +16,17 @@ namespace Pegasus {
 class CIMConstInstance;
 struct CIMInstanceRep;
 
-/// A handle on an instance, or on nothing.
+/// A handle on an instance, or a null handle.
 ///
-/// Copies stand for the same instance: properties, their values and the path that are set through
-/// one are seen through all. clone() makes an instance of its own. Apart from isUninitialized(),
-/// copying and assigning, every operation on a handle that stands for nothing throws
-/// UninitializedObjectException. Threads that share an instance must not change it while another
-/// uses it; handles may be copied and destroyed at any time.
+/// Copies refer to the same instance: properties, their values and the path that are set through
+/// one are seen through all. clone() makes a new instance. All operations on a null handle except
+/// isUninitialized(), copying and assigning throw UninitializedObjectException. Threads: as for
+/// CIMProperty; an instance and its properties are used as one object.
 class CIMInstance {
 public:
-    /// A handle on nothing.
+    /// A null handle.
     CIMInstance() noexcept;
-    /// An instance without properties, whose path names its class and nothing else. Throws
+    /// A new instance without properties, whose path has only its class name. Throws
     /// UninitializedObjectException for a null name.
     CIMInstance(const CIMName& className);
     CIMInstance(const CIMInstance& other) noexcept;
@@ -38,29 +37,29 @@ public:
 
     const CIMName& getClassName() const;
     const CIMObjectPath& getPath() const;
-    /// Throws TypeMismatchException for a path of another class; the old path then stays.
+    /// Throws TypeMismatchException, and changes nothing, for a path of another class.
     void setPath(const CIMObjectPath& path);
 
-    /// Adds the property itself, not a copy: it stays reachable through `property`. Throws
-    /// AlreadyExistsException if the instance has one of that name (ignoring case). Returns this
-    /// instance.
+    /// Adds the property, not a clone: it can still be changed through `property`. Throws
+    /// AlreadyExistsException if the instance has a property of that name (ignoring case). Returns
+    /// this instance.
     CIMInstance& addProperty(const CIMProperty& property);
-    /// Index of the property of that name (ignoring case), or PEG_NOT_FOUND.
+    /// The index of the property of that name (ignoring case), or PEG_NOT_FOUND.
     Uint32 findProperty(const CIMName& name) const;
-    /// The property at an index, in the order in which they were added. Throws
-    /// IndexOutOfBoundsException.
+    /// The property at the index, in the order of addition. Throws IndexOutOfBoundsException.
     CIMProperty getProperty(Uint32 index);
     CIMConstProperty getProperty(Uint32 index) const;
     /// Throws IndexOutOfBoundsException.
     void removeProperty(Uint32 index);
     Uint32 getPropertyCount() const;
 
-    /// Leaves only the properties that the list asks for and, unless they are to be included, takes
-    /// their class origins away. There are no qualifiers that could be included.
+    /// Removes the properties that the list does not request and, unless `includeClassOrigin`, the
+    /// class origins of the others. `includeQualifiers` is ignored: instances have no qualifiers
+    /// here.
     void instanceFilter(Boolean includeQualifiers, Boolean includeClassOrigin,
                         const CIMPropertyList& propertyList);
 
-    /// An instance of its own, with properties of its own.
+    /// A handle on a new instance with clones of the properties.
     CIMInstance clone() const;
     /// Whether both have equal paths and identical properties in the same order.
     Boolean identical(const CIMConstInstance& other) const;
@@ -69,13 +68,13 @@ public:
 private:
     CIMInstanceRep& rep() const;
 
-    Detail::SharedRep<CIMInstanceRep> rep_;
+    detail::SharedRep<CIMInstanceRep> rep_;
 };
 
-/// A handle on an instance through which it cannot be changed.
+/// A handle on an instance through which it cannot be changed. Otherwise as CIMInstance.
 class CIMConstInstance {
 public:
-    /// A handle on nothing.
+    /// A null handle.
     CIMConstInstance() noexcept = default;
     CIMConstInstance(const CIMInstance& instance) noexcept : instance_(instance) {}
     CIMConstInstance(const CIMName& className) : instance_(className) {}

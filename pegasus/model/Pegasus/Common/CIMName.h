@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The names of CIM elements and of namespaces: checked when made, compared without case.
+// The names of CIM elements and of namespaces.
 #pragma once
 
 #include <Pegasus/Common/Array.h>
@@ -9,23 +9,24 @@
 
 namespace Pegasus {
 
-/// The name of a class, property, method, parameter or qualifier, or no name (null).
+/// The name of a class, property, method, parameter or qualifier, or a null name.
 ///
-/// A name begins with a letter, an underscore or a character from U+0080 to U+FFEF; digits may
-/// follow. It keeps its case, but names that differ in case only (ASCII) are equal.
+/// A name consists of letters, digits, underscores and characters from U+0080 to U+FFEF, and does
+/// not begin with a digit. It keeps its case, but names that differ only in the case of ASCII
+/// letters are equal. Threads: as for String.
 class CIMName {
 public:
-    /// No name.
+    /// A null name.
     constexpr CIMName() noexcept = default;
-    /// Throws InvalidNameException, for an empty text too.
+    /// Throws InvalidNameException if the text is not legal(), for example empty.
     CIMName(const String& name);
-    /// The same; a null pointer throws NullPointer.
+    /// The same; throws NullPointer for a null pointer.
     CIMName(const char* name);
 
     const String& getString() const noexcept { return name_; }
     Boolean isNull() const noexcept { return name_.size() == 0; }
     void clear() noexcept { name_.clear(); }
-    // Most of the names that a search meets differ in length already.
+    // The lengths are compared first because they differ for most names in a search.
     Boolean equal(const CIMName& other) const {
         return name_.size() == other.name_.size() && String::equalNoCase(name_, other.name_);
     }
@@ -44,16 +45,17 @@ inline Boolean operator!=(const CIMName& x, const CIMName& y) {
     return !x.equal(y);
 }
 
-/// The name of a namespace, names joined by slashes, or no name (null).
+/// The name of a namespace, which consists of names separated by slashes, or a null name.
 ///
-/// One slash before the first name is taken off. Names that differ in case only (ASCII) are equal.
+/// A leading slash is removed. Names that differ only in the case of ASCII letters are equal.
+/// Threads: as for String.
 class CIMNamespaceName {
 public:
-    /// No name.
+    /// A null name.
     constexpr CIMNamespaceName() noexcept = default;
-    /// Throws InvalidNamespaceNameException, for an empty text too.
+    /// Throws InvalidNamespaceNameException if the text is not legal(), for example empty.
     CIMNamespaceName(const String& name);
-    /// The same; a null pointer throws NullPointer.
+    /// The same; throws NullPointer for a null pointer.
     CIMNamespaceName(const char* name);
 
     const String& getString() const noexcept { return name_; }

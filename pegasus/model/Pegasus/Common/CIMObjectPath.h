@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Object paths: where an instance or a class is found, and the keys that tell instances apart.
+// Object paths, which identify instances and classes.
 #pragma once
 
 #include <Pegasus/Common/Array.h>
@@ -15,18 +15,19 @@ class CIMValue;
 struct CIMObjectPathRep;
 struct PathParts;
 
-/// One key of an object path: a name and the value as text. Copies are independent.
+/// One key of an object path: a name and a value as text. Copies are independent. Threads: as for
+/// String.
 class CIMKeyBinding {
 public:
-    /// What the text of the value stands for.
+    /// The type of the value.
     enum Type { BOOLEAN, STRING, NUMERIC, REFERENCE };
 
-    /// No name, no value, type REFERENCE.
+    /// A null name, an empty value, type REFERENCE.
     CIMKeyBinding() = default;
     CIMKeyBinding(const CIMName& name, const String& value, Type type)
         : name_(name), value_(value), type_(type) {}
-    /// The text and the kind of a value: characters and dates are strings, a null has no text.
-    /// Throws TypeMismatchException for an array and for an embedded object.
+    /// The text and the type of `value`: characters and dates are strings, the text of a null is
+    /// empty. Throws TypeMismatchException for an array and for an embedded object.
     CIMKeyBinding(const CIMName& name, const CIMValue& value);
 
     const CIMName& getName() const { return name_; }
@@ -36,7 +37,7 @@ public:
     Type getType() const { return type_; }
     void setType(Type type) { type_ = type; }
 
-    /// Whether this key holds that value.
+    /// Whether this key has that value. Throws TypeMismatchException as the constructor does.
     // NOLINTNEXTLINE(readability-make-member-function-const): as OpenPegasus declares it
     Boolean equal(const CIMValue& value);
 
@@ -46,26 +47,26 @@ private:
     Type type_ = REFERENCE;
 };
 
-/// Equal names (ignoring case), types and values: strings exactly, Booleans ignoring case, numbers
-/// as integers (decimal without leading zeros, or hexadecimal) and references as paths; whatever is
-/// not a number or a path is compared as text.
+/// Whether names (ignoring case), types and values are equal. Strings are compared exactly,
+/// Booleans ignoring case, numbers as integers (decimal without leading zeros, or hexadecimal) and
+/// references as paths. Numbers and references that cannot be parsed are compared exactly.
 Boolean operator==(const CIMKeyBinding& x, const CIMKeyBinding& y);
 
-/// The path of a class or an instance: host, namespace, class name and keys, each possibly absent.
+/// The path of a class or an instance: host, namespace, class name and keys, each of which may be
+/// absent.
 ///
-/// The keys are kept in the order of their names, ignoring case; keys of one name in the order
-/// given. Copies are independent and cost one counter until one is changed. Different paths may be
-/// used by different threads even where one is a copy of the other.
+/// The keys are sorted by name, ignoring case; keys of the same name keep their order. Copies share
+/// their parts, with an atomic reference count, until one is changed. Threads: as for String.
 class CIMObjectPath {
 public:
     /// A path without any part.
     CIMObjectPath() noexcept;
-    /// Reads a path's text as set() does.
+    /// Parses the text of a path as set() does.
     CIMObjectPath(const String& objectName);
-    /// Puts the parts together. Throws MalformedObjectNameException if the host is neither empty
-    /// nor a host name or address with an optional port. As in OpenPegasus, keys that are not in
-    /// order are put in order in the caller's array too, and in all copies that share its elements:
-    /// no other thread may use such an array meanwhile.
+    /// A path of these parts. Throws MalformedObjectNameException if the host is neither empty nor
+    /// a host name or address with an optional port. As in OpenPegasus, keys that are not sorted
+    /// are sorted in the caller's array too, and in all copies that share its elements: no other
+    /// thread may use such an array meanwhile.
     CIMObjectPath(const String& host, const CIMNamespaceName& nameSpace, const CIMName& className,
                   const Array<CIMKeyBinding>& keyBindings = Array<CIMKeyBinding>());
     CIMObjectPath(const CIMObjectPath& other) noexcept;
@@ -74,17 +75,17 @@ public:
     CIMObjectPath& operator=(CIMObjectPath&& other) noexcept;
     ~CIMObjectPath();
 
-    /// Takes all parts away.
+    /// Removes all parts.
     void clear() noexcept;
 
     /// Replaces all parts, as the constructor does.
     void set(const String& host, const CIMNamespaceName& nameSpace, const CIMName& className,
              const Array<CIMKeyBinding>& keyBindings = Array<CIMKeyBinding>());
 
-    /// Reads the text of a path, "[//host/][namespace:]class[.key=value,...]". A string value that
+    /// Parses the text of a path, "[//host/][namespace:]class[.key=value,...]". A string value that
     /// is itself the text of a path with keys becomes a key of type REFERENCE. Throws
-    /// MalformedObjectNameException, which names the text and the reason; the path then holds the
-    /// parts read before the fault, and no keys.
+    /// MalformedObjectNameException with the text and the reason; the path then has the parts
+    /// before the error, and no keys.
     void set(const String& objectName);
     CIMObjectPath& operator=(const String& objectName);
 
@@ -96,20 +97,20 @@ public:
     const CIMName& getClassName() const noexcept;
     void setClassName(const CIMName& className);
     const Array<CIMKeyBinding>& getKeyBindings() const noexcept;
-    /// Puts the keys in order, in the caller's array too, as the constructor does.
+    /// Sorts the keys, in the caller's array too, as the constructor does.
     void setKeyBindings(const Array<CIMKeyBinding>& keyBindings);
 
-    /// The text of the path, host and namespace included where the path has them.
+    /// The text of the path, with host and namespace if it has them.
     String toString() const;
 
-    /// Whether all parts are equal; host, namespace, class and key names ignoring case.
+    /// Whether all parts are equal: host and names ignoring case, keys as by their operator==.
     Boolean identical(const CIMObjectPath& other) const;
 
 private:
     const PathParts& parts() const noexcept;
     PathParts& writableParts();
 
-    Detail::SharedRep<CIMObjectPathRep> rep_;
+    detail::SharedRep<CIMObjectPathRep> rep_;
 };
 
 inline Boolean operator==(const CIMObjectPath& x, const CIMObjectPath& y) {

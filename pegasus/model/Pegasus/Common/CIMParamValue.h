@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A parameter of a method call.
+// Parameters of method calls.
 #pragma once
 
 #include <Pegasus/Common/CIMValue.h>
@@ -12,17 +12,16 @@ namespace Pegasus {
 
 struct CIMParamValueRep;
 
-/// A handle on a named value that a method takes or returns, or on nothing.
+/// A handle on a parameter, a named value that a method takes or returns, or a null handle.
 ///
-/// Copies stand for the same parameter; clone() makes one of its own. Apart from isUninitialized(),
-/// copying and assigning, every operation on a handle that stands for nothing throws
-/// UninitializedObjectException. Threads that share a parameter must not change it while another
-/// uses it.
+/// Copies refer to the same parameter; clone() makes a new one. All operations on a null handle
+/// except isUninitialized(), copying and assigning throw UninitializedObjectException. Threads: as
+/// for CIMProperty.
 class CIMParamValue {
 public:
-    /// A handle on nothing.
+    /// A null handle.
     CIMParamValue() noexcept;
-    /// `isTyped` tells whether the client stated the value's type. Throws
+    /// A new parameter. `isTyped` tells whether the client specified the type of the value. Throws
     /// UninitializedObjectException for an empty name.
     CIMParamValue(const String& parameterName, const CIMValue& value, Boolean isTyped = true);
     CIMParamValue(const CIMParamValue& other) noexcept;
@@ -34,20 +33,21 @@ public:
     String getParameterName() const;
     CIMValue getValue() const;
     Boolean isTyped() const;
-    /// Throws UninitializedObjectException for an empty name. As in OpenPegasus the setters take
-    /// variables only.
+    /// Throws UninitializedObjectException for an empty name. The arguments of the setters must be
+    /// variables, as in OpenPegasus.
     void setParameterName(String& parameterName);
-    /// Sets a value of any type.
+    /// Sets the value, which may be of another type.
     void setValue(CIMValue& value);
     void setIsTyped(Boolean isTyped);
 
+    /// A handle on a new parameter with the same content.
     CIMParamValue clone() const;
     Boolean isUninitialized() const noexcept { return !rep_; }
 
 private:
     CIMParamValueRep& rep() const;
 
-    Detail::SharedRep<CIMParamValueRep> rep_;
+    detail::SharedRep<CIMParamValueRep> rep_;
 };
 
 }  // namespace Pegasus

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A property: a name with a value of a fixed type.
+// Properties of CIM instances: a name and a value, whose type is fixed.
 #pragma once
 
 #include <Pegasus/Common/CIMName.h>
@@ -14,20 +14,22 @@ namespace Pegasus {
 class CIMConstProperty;
 struct CIMPropertyRep;
 
-/// A handle on a property, or on nothing.
+/// A handle on a property, or a null handle.
 ///
-/// Copies stand for the same property: what is set through one is seen through all, also after the
-/// property was added to an instance. clone() makes a property of its own. Apart from
-/// isUninitialized(), copying and assigning, every operation on a handle that stands for nothing
-/// throws UninitializedObjectException. Threads that share a property must not change it while
-/// another uses it; handles may be copied and destroyed at any time.
+/// Copies refer to the same property: what is set through one is seen through all, even after the
+/// property was added to an instance. clone() makes a new property. All operations on a null handle
+/// except isUninitialized(), copying and assigning throw UninitializedObjectException.
+///
+/// A property must not be changed while another thread uses it through any of its handles.
+/// Different handles may be copied and destroyed by different threads: the reference count is
+/// atomic.
 class CIMProperty {
 public:
-    /// A handle on nothing.
+    /// A null handle.
     CIMProperty() noexcept;
-    /// A property of the value's type. Throws TypeMismatchException if a fixed array size is not
-    /// the value's (unless that is a null array), or a class of references is given for anything
-    /// but a scalar reference; UninitializedObjectException for a null name.
+    /// A new property of the value's type. Throws TypeMismatchException if the fixed array size
+    /// `arraySize` is not that of the value (unless that is a null array), or if a reference class
+    /// is given and the value is no scalar reference; UninitializedObjectException for a null name.
     CIMProperty(const CIMName& name, const CIMValue& value, Uint32 arraySize = 0,
                 const CIMName& referenceClassName = CIMName(),
                 const CIMName& classOrigin = CIMName(), Boolean propagated = false);
@@ -43,10 +45,11 @@ public:
     const CIMValue& getValue() const;
     CIMType getType() const;
     Boolean isArray() const;
-    /// Throws TypeMismatchException for a value, even a null, of another type or array-ness, and
-    /// for an array that is not of the fixed size; the property is then as it was.
+    /// Throws TypeMismatchException, and changes nothing, for a value of another type, even if it
+    /// is null, for an array instead of a scalar or the reverse, and for an array of another size
+    /// than the fixed one.
     void setValue(CIMValue value);
-    /// The fixed array size, or 0.
+    /// The fixed array size, or 0 if there is none.
     Uint32 getArraySize() const;
     const CIMName& getReferenceClassName() const;
     const CIMName& getClassOrigin() const;
@@ -56,19 +59,20 @@ public:
 
     /// Whether both have the same name (ignoring case), value and attributes.
     Boolean identical(const CIMConstProperty& other) const;
+    /// A handle on a new property with the same content.
     CIMProperty clone() const;
     Boolean isUninitialized() const noexcept { return !rep_; }
 
 private:
     CIMPropertyRep& rep() const;
 
-    Detail::SharedRep<CIMPropertyRep> rep_;
+    detail::SharedRep<CIMPropertyRep> rep_;
 };
 
-/// A handle on a property through which it cannot be changed.
+/// A handle on a property through which it cannot be changed. Otherwise as CIMProperty.
 class CIMConstProperty {
 public:
-    /// A handle on nothing.
+    /// A null handle.
     CIMConstProperty() noexcept = default;
     CIMConstProperty(const CIMProperty& property) noexcept : property_(property) {}
     CIMConstProperty(const CIMName& name, const CIMValue& value, Uint32 arraySize = 0,

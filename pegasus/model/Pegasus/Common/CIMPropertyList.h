@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The properties that a client asks for.
+// The names of the properties that a client requests.
 #pragma once
 
 #include <Pegasus/Common/Array.h>
@@ -8,18 +8,19 @@
 
 namespace Pegasus {
 
-/// A list of property names, or null, which asks for every property; an empty list asks for none.
-/// Duplicates are kept. Copies are independent.
+/// A list of property names, or a null list, which requests all properties; an empty list requests
+/// none. Duplicates are kept. Copies are independent. Threads: as for String.
 class CIMPropertyList {
 public:
-    /// The null list: every property.
+    /// A null list.
     CIMPropertyList() = default;
     /// Throws UninitializedObjectException if one of the names is null.
     CIMPropertyList(const Array<CIMName>& propertyNames) { set(propertyNames); }
 
-    /// Replaces the names; if one of them is null, throws and changes nothing.
+    /// Replaces the names. If one of them is null, throws UninitializedObjectException and changes
+    /// nothing.
     void set(const Array<CIMName>& propertyNames);
-    /// Makes this the null list.
+    /// Makes this a null list.
     void clear();
 
     Boolean isNull() const { return isNull_; }
@@ -30,7 +31,7 @@ public:
 
     /// Whether the name is in the list.
     Boolean contains(const CIMName& name) const;
-    /// Whether the list asks for the property: it is null, or contains the name.
+    /// Whether the list requests the property: it is null, or contains the name.
     Boolean useThisProperty(const CIMName& name) const { return isNull_ || contains(name); }
 
 private:

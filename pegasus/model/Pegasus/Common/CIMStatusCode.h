@@ -6,7 +6,7 @@
 
 namespace Pegasus {
 
-/// How a CIM operation ended; the numbers go over the wire, where others may come from.
+/// The status of a CIM operation. Servers send the numbers; a client may receive others than these.
 enum CIMStatusCode : Sint32 {
     CIM_ERR_SUCCESS = 0,
     CIM_ERR_FAILED = 1,
@@ -37,7 +37,8 @@ enum CIMStatusCode : Sint32 {
     CIM_ERR_SERVER_IS_SHUTTING_DOWN = 28
 };
 
-/// The name of a code, for example "CIM_ERR_FAILED", or "Unrecognized CIM status code".
+/// The name of a code, for example "CIM_ERR_FAILED", or "Unrecognized CIM status code". Any thread
+/// may call it.
 const char* cimStatusCodeToString(CIMStatusCode code);
 
 }  // namespace Pegasus

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// The types that a CIM value can have.
+// The types of CIM values.
 #pragma once
 
 #include <Pegasus/Common/Config.h>
 
 namespace Pegasus {
 
-/// Type of a value or of the elements of an array value.
+/// The type of a value, or of the elements of an array value.
 enum CIMType {
     CIMTYPE_BOOLEAN,
     CIMTYPE_UINT8,
@@ -27,7 +27,8 @@ enum CIMType {
     CIMTYPE_INSTANCE
 };
 
-/// The name of a type as CIM writes it, for example "uint16"; "unknown" for a number that is none.
+/// The name of a type in CIM, for example "uint16"; "unknown" for any other number. Any thread may
+/// call it.
 const char* cimTypeToString(CIMType type);
 
 }  // namespace Pegasus

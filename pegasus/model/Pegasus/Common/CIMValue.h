@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A value of any CIM type, or null.
+// Values of all CIM types.
 #pragma once
 
 #include <variant>
@@ -14,16 +14,16 @@
 
 namespace Pegasus {
 
-/// A scalar or an array of one of the CIM types, or a null that still has a type.
+/// A scalar or an array of one of the CIM types, or a null of such a type.
 ///
-/// Values are independent of each other. Overloads choose by the C++ type of the argument alone:
-/// CIMValue(4) is a Sint32, and a text literal would be a Boolean: write CIMValue(String("text")).
-/// Embedded objects and instances (CIMTYPE_OBJECT, CIMTYPE_INSTANCE) can only be null here.
+/// Copies are independent. The C++ type of the argument selects the CIM type: CIMValue(4) is a
+/// Sint32, and a string literal would be a Boolean, so write CIMValue(String("text")). Values of
+/// CIMTYPE_OBJECT and CIMTYPE_INSTANCE can only be null here. Threads: as for String.
 class CIMValue {
 public:
     /// A null Boolean.
     CIMValue() noexcept;
-    /// A null of a type; for an array, with the size that is declared for it, if any.
+    /// A null of a type; `arraySize` is the declared size of an array, or 0.
     CIMValue(CIMType type, Boolean isArray, Uint32 arraySize = 0);
 
     CIMValue(Boolean x);
@@ -72,14 +72,14 @@ public:
     Boolean typeCompatible(const CIMValue& other) const noexcept;
     Boolean isArray() const noexcept;
     Boolean isNull() const noexcept;
-    /// Number of elements; for a null array the declared size; 0 for a scalar.
+    /// The number of elements; the declared size of a null array; 0 for a scalar.
     Uint32 getArraySize() const;
     CIMType getType() const noexcept;
 
     /// Makes this a null of a type, as the constructor does.
     void setNullValue(CIMType type, Boolean isArray, Uint32 arraySize = 0);
 
-    /// Replace value and type.
+    /// Replace the value and its type.
     void set(Boolean x);
     void set(char x);
     void set(Uint8 x);
@@ -112,8 +112,8 @@ public:
     void set(const Array<CIMDateTime>& x);
     void set(const Array<CIMObjectPath>& x);
 
-    /// Take the value into a variable of exactly its type; any other throws TypeMismatchException
-    /// and leaves the variable as it was. So does a null, without throwing.
+    /// Copy the value to a variable of exactly its type. A null leaves the variable unchanged. A
+    /// value or null of another type throws TypeMismatchException and leaves it unchanged.
     void get(Boolean& x) const;
     void get(Uint8& x) const;
     void get(Sint8& x) const;
@@ -145,12 +145,12 @@ public:
     void get(Array<CIMDateTime>& x) const;
     void get(Array<CIMObjectPath>& x) const;
 
-    /// Whether types and values are equal. A null equals a null of its type and array-ness alone.
-    /// A point in time and an interval cannot be compared: TypeMismatchException.
+    /// Whether types and values are equal. A null equals only a null of the same type, scalar or
+    /// array. Throws TypeMismatchException for a point in time and an interval.
     Boolean equal(const CIMValue& other) const;
 
     /// The value as text: "TRUE" or "FALSE", numbers in decimal, reals with 17 digits and an
-    /// exponent, nothing for a null; each element of an array is followed by a blank.
+    /// exponent, empty for a null. Each element of an array is followed by a blank.
     String toString() const;
 
 private:
@@ -159,7 +159,7 @@ private:
         Boolean isArray;
         Uint32 arraySize;
     };
-    /// The scalars stand in the order of CIMType, and so do the arrays behind them.
+    /// The scalars are in the order of CIMType, followed by the arrays in the same order.
     using Data =
         std::variant<Null, Boolean, Uint8, Sint8, Uint16, Sint16, Uint32, Sint32, Uint64, Sint64,
                      Real32, Real64, Char16, String, CIMDateTime, CIMObjectPath, Array<Boolean>,
@@ -168,7 +168,7 @@ private:
                      Array<Char16>, Array<String>, Array<CIMDateTime>, Array<CIMObjectPath>>;
 
     template <class T>
-    void take(T& x) const;
+    void copyTo(T& x) const;
 
     Data data_;
 };

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// One code unit of a String.
+// The code units of a String.
 #pragma once
 
 #include <Pegasus/Common/Config.h>
 
 namespace Pegasus {
 
-/// A UTF-16 code unit: a character, or half of one beyond the basic plane.
+/// A UTF-16 code unit: a character of the basic multilingual plane, or a surrogate. A plain value.
 class Char16 {
 public:
     constexpr Char16() noexcept = default;

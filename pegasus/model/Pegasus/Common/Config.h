@@ -6,7 +6,7 @@
 #define PEGASUS_NAMESPACE_END }
 #define PEGASUS_USING_PEGASUS using namespace Pegasus
 #define PEGASUS_USING_STD using namespace std
-/// Marks what a library offers to the program that loads it.
+/// Marks a symbol that a library exports.
 #define PEGASUS_EXPORT __attribute__((visibility("default")))
 
 namespace Pegasus {
@@ -25,5 +25,5 @@ using Real64 = double;
 
 }  // namespace Pegasus
 
-/// The index that searches return when there is nothing to find.
+/// The index that searches return if there is no match.
 #define PEG_NOT_FOUND Pegasus::Uint32(-1)

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// What the object model throws. As in OpenPegasus, nothing here is a std::exception.
+// The exceptions of the object model. As in OpenPegasus, none is a std::exception.
 //
-// These classes are thrown in one library and caught in another, each with its own copy of their
-// code: they hold data only, and the library that threw must stay loaded until they are gone.
+// They are thrown in one library and caught in another, each with its own copy of their code: they
+// hold data only, and the library that threw must stay loaded until they are destroyed. Each
+// belongs to the thread that caught it.
 #pragma once
 
 #include <Pegasus/Common/CIMStatusCode.h>
@@ -11,7 +12,7 @@
 
 namespace Pegasus {
 
-/// Base of all exceptions of the object model: a text that says what went wrong.
+/// Base of all exceptions of the object model. The message tells the reason.
 class Exception {
 public:
     explicit Exception(const String& message) : message_(message) {}
@@ -28,68 +29,68 @@ private:
     String message_;
 };
 
-/// An index beyond the end of an array, a text or a list.
+/// An index is past the end of an array, a text or a list.
 class IndexOutOfBoundsException : public Exception {
 public:
     IndexOutOfBoundsException();
 };
 
-/// Something is to be added under a name that is taken.
+/// Something of the same name exists.
 class AlreadyExistsException : public Exception {
 public:
     explicit AlreadyExistsException(const String& message);
 };
 
-/// A text that cannot be a CIM name.
+/// A text is no CIM name.
 class InvalidNameException : public Exception {
 public:
     explicit InvalidNameException(const String& name);
 };
 
-/// A text that cannot be the name of a namespace.
+/// A text is no name of a namespace.
 class InvalidNamespaceNameException : public Exception {
 public:
     explicit InvalidNamespaceNameException(const String& name);
 };
 
-/// A handle that stands for nothing was used.
+/// An operation on a null handle, or a null or empty name.
 class UninitializedObjectException : public Exception {
 public:
     UninitializedObjectException();
 };
 
-/// A value of another type than the place demands.
+/// A value is not of the required type.
 class TypeMismatchException : public Exception {
 public:
     TypeMismatchException();
     explicit TypeMismatchException(const String& message);
 };
 
-/// An object is not of the class that it is taken for.
+/// An object is not of the required class.
 class DynamicCastFailedException : public Exception {
 public:
     DynamicCastFailedException();
 };
 
-/// A text that is neither a CIM date nor an interval.
+/// A text is neither a point in time nor an interval.
 class InvalidDateTimeFormatException : public Exception {
 public:
     InvalidDateTimeFormatException();
 };
 
-/// A date or an interval that does not exist or cannot be represented.
+/// A point in time or an interval does not exist or cannot be represented.
 class DateTimeOutOfRangeException : public Exception {
 public:
     explicit DateTimeOutOfRangeException(const String& message);
 };
 
-/// A text that is no object path, or a part that no path can have.
+/// A text is no object path, or no valid part of one.
 class MalformedObjectNameException : public Exception {
 public:
     explicit MalformedObjectNameException(const String& objectName);
 };
 
-/// A CIM operation failed with a status that the client is to see.
+/// A CIM operation failed; the client gets the status and the message.
 class CIMException : public Exception {
 public:
     explicit CIMException(CIMStatusCode code = CIM_ERR_SUCCESS, const String& message = String())

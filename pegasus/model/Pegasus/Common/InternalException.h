@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
-// An exception that the object model throws but whose name OpenPegasus keeps out of its SDK:
-// sources that are to compile against both catch it as Exception.
+// An exception of the object model that is not in the OpenPegasus SDK: sources that must compile
+// with both catch it as Exception.
 #pragma once
 
 #include <Pegasus/Common/Exception.h>
 
 namespace Pegasus {
 
-/// A null pointer was handed in where a text is needed.
+/// An argument that must be a text is a null pointer.
 class NullPointer : public Exception {
 public:
     NullPointer();

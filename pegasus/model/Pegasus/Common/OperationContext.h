@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a server tells its providers about a request besides its parameters.
+// Information about a request besides its parameters.
 #pragma once
 
 #include <memory>
@@ -11,20 +11,22 @@
 
 namespace Pegasus {
 
-/// A set of containers, each found by its name. Copies are independent. One context may be read by
-/// several threads, or used by one.
+/// A set of containers, each identified by its name. Copies are independent. One thread at a time,
+/// unless it is only read.
 ///
-/// The containers' code belongs to the library that made them: a context must not outlive the
-/// library that filled it.
+/// The code of a container belongs to the library that made it: a context must not outlive the
+/// libraries that have inserted containers.
 class OperationContext {
 public:
     /// One piece of information about the request.
     class Container {
     public:
         virtual ~Container() = default;
+        /// The name, which identifies the type of information.
         virtual String getName() const = 0;
-        /// A copy, which its owner gets rid of with destroy().
+        /// A new copy, which the caller owns and deletes by destroy().
         virtual Container* clone() const = 0;
+        /// Deletes the container by the code of its own library.
         virtual void destroy() = 0;
 
     protected:
@@ -38,15 +40,16 @@ public:
     OperationContext& operator=(const OperationContext& other);
     virtual ~OperationContext() = default;
 
+    /// Removes all containers.
     void clear();
-    /// The container of that name; throws an Exception if there is none.
+    /// The container of that name. Throws an Exception if there is none.
     const Container& get(const String& containerName) const;
     Boolean contains(const String& containerName) const;
-    /// Replaces the container of the same name by a copy; throws an Exception if there is none.
+    /// Replaces the container of the same name by a copy. Throws an Exception if there is none.
     void set(const Container& container);
-    /// Adds a copy; throws an Exception if there is one of that name.
+    /// Adds a copy. Throws an Exception if there is a container of that name.
     void insert(const Container& container);
-    /// Throws an Exception if there is none of that name.
+    /// Removes the container of that name. Throws an Exception if there is none.
     void remove(const String& containerName);
 
 private:
@@ -61,7 +64,7 @@ private:
     std::vector<Owned> containers_;
 };
 
-/// The user on whose behalf the request is made; an empty name where the server knows none.
+/// The user who makes the request; the name is empty if the server does not know it. A plain value.
 class IdentityContainer : public virtual OperationContext::Container {
 public:
     static const String NAME;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The counting that lets handles share what they stand for, across threads and across libraries.
+// Reference counting for objects that handles share across threads and libraries.
 #pragma once
 
 #include <atomic>
@@ -7,44 +7,44 @@
 
 #include <Pegasus/Common/Config.h>
 
-namespace Pegasus::Detail {
+namespace Pegasus::detail {
 
-/// How many handles share an object; an object is made with one.
+/// The number of handles that share an object, 1 for a new object.
 ///
-/// The counter has no virtual function: an object may outlive the library whose code made it. Any
-/// thread may count at any time.
+/// It has no virtual functions, since an object may outlive the library that made it. Any thread
+/// may call it at any time.
 class ReferenceCount {
 public:
     ReferenceCount() = default;
-    /// A copied object is a new one: it starts with one handle of its own.
+    /// The copy of an object is a new object, with one handle.
     ReferenceCount(const ReferenceCount& /*other*/) noexcept {}
     ReferenceCount& operator=(const ReferenceCount&) = delete;
     ~ReferenceCount() = default;
 
     void retain() noexcept { count_.fetch_add(1, std::memory_order_relaxed); }
 
-    /// Takes one handle away; true if it was the last, so that the caller deletes the object.
+    /// Removes one handle. Returns true if it was the last one; the caller must delete the object.
     [[nodiscard]] bool release() noexcept {
-        // Nobody can make a handle of the last one but its own thread, so no count is needed then,
-        // which would cost as much as the rest of the deletion.
+        // Only the thread of the last handle could copy it, so the last release needs no atomic
+        // decrement, which would cost as much as the rest of the deletion.
         return !isShared() || count_.fetch_sub(1, std::memory_order_acq_rel) == 1;
     }
 
-    /// Whether more than one handle is left. While the answer is false only its own thread can
-    /// change that.
+    /// Whether there is more than one handle. If not, only the thread of that handle can change it.
     bool isShared() const noexcept { return count_.load(std::memory_order_acquire) != 1; }
 
 private:
     std::atomic<Uint32> count_{1};
 };
 
-/// A handle on a shared object, or on nothing. Rep has a member `references` of type ReferenceCount
-/// and needs to be complete only where handles are copied or destroyed.
+/// A handle on a shared object, or a null handle. Rep has a member `references` of type
+/// ReferenceCount, and must be complete only where handles are copied or destroyed. One handle is
+/// used by one thread at a time; different handles on one object by any threads.
 template <class Rep>
 class SharedRep {
 public:
     constexpr SharedRep() noexcept = default;
-    /// Takes over a new object, whose count is one.
+    /// Takes ownership of a new object.
     explicit SharedRep(Rep* created) noexcept : rep_(created) {}
     SharedRep(const SharedRep& other) noexcept : rep_(other.rep_) {
         if (rep_ != nullptr) {
@@ -71,4 +71,4 @@ private:
     Rep* rep_ = nullptr;
 };
 
-}  // namespace Pegasus::Detail
+}  // namespace Pegasus::detail
