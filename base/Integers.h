@@ -46,6 +46,10 @@ constexpr bool isHexadecimal(const Character* begin, const Character* end) {
     return end - begin > 2 && begin[0] == '0' && toLower(begin[1]) == 'x';
 }
 
+constexpr bool isHexadecimal(std::string_view text) {
+    return isHexadecimal(text.data(), text.data() + text.size());
+}
+
 /// A decimal number, or a hexadecimal one after "0x", with an optional sign before either. Types
 /// without a sign take "-0".
 template <typename Integer>
@@ -55,9 +59,8 @@ constexpr std::optional<Integer> parseInteger(std::string_view text) {
     if (isNegative || (!text.empty() && text.front() == '+')) {
         text.remove_prefix(1);
     }
-    const bool hexadecimal = isHexadecimal(text.data(), text.data() + text.size());
     const std::optional<std::uint64_t> magnitude =
-        hexadecimal ? parseDigits(text.substr(2), 16) : parseDigits(text);
+        isHexadecimal(text) ? parseDigits(text.substr(2), 16) : parseDigits(text);
     constexpr std::uint64_t largest = std::numeric_limits<Integer>::max();
     constexpr std::uint64_t mostNegative = std::is_signed_v<Integer> ? largest + 1 : 0;
     if (!magnitude || *magnitude > (isNegative ? mostNegative : largest)) {

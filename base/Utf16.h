@@ -2,7 +2,7 @@
 // UTF-16, and texts between it and UTF-8.
 //
 // A code unit may be a char16_t or a class that converts from and to std::uint16_t. Half a surrogate
-// pair is the code point of its number.
+// pair is the code point of its number, which generalized UTF-8 can write.
 // Functions without state; any thread may call them.
 #pragma once
 
@@ -49,8 +49,8 @@ struct Utf8Converted {
     std::size_t unitsWritten;
 };
 
-/// Converts `size` bytes of UTF-8; `units` has room for as many units. Code points that are not ASCII
-/// are written as what `convert`, from char32_t to char32_t, makes of them.
+/// Converts `size` bytes of generalized UTF-8; `units` has room for as many units. Code points that
+/// are not ASCII are written as what `convert`, from char32_t to char32_t, makes of them.
 template <typename Unit, typename Convert>
 Utf8Converted utf8ToUtf16(const char* bytes, std::size_t size, Unit* units, Convert convert) {
     std::size_t read = 0;
@@ -62,7 +62,7 @@ Utf8Converted utf8ToUtf16(const char* bytes, std::size_t size, Unit* units, Conv
         if (read == size) {
             break;
         }
-        const Utf8Sequence sequence = readUtf8(bytes + read, size - read);
+        const Utf8Sequence sequence = readGeneralizedUtf8(bytes + read, size - read);
         if (sequence.length == 0) {
             break;
         }
@@ -83,7 +83,7 @@ std::size_t utf8Size(const Unit* units, std::size_t size) {
     return total;
 }
 
-/// Converts `size` units to UTF-8 and returns the end of what it wrote.
+/// Converts `size` units to generalized UTF-8 and returns the end of what it wrote.
 template <typename Unit>
 char* utf16ToUtf8(const Unit* units, std::size_t size, char* to) {
     const std::size_t plain = asciiPrefix(units, size);

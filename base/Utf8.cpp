@@ -12,6 +12,16 @@ void appendUtf8(std::string& text, char32_t code) {
     text.append(bytes.data(), writeUtf8(code, bytes.data()));
 }
 
+std::string_view utf8Prefix(std::string_view text, std::size_t longest) {
+    if (text.size() <= longest) {
+        return text;
+    }
+    while (longest > 0 && continuesUtf8(text[longest])) {
+        --longest;
+    }
+    return text.substr(0, longest);
+}
+
 bool isUtf8(std::string_view text) {
     while (true) {
         text.remove_prefix(asciiPrefix(text.data(), text.size()));
@@ -19,7 +29,7 @@ bool isUtf8(std::string_view text) {
             return true;
         }
         const Utf8Sequence sequence = readUtf8(text.data(), text.size());
-        if (sequence.length == 0 || isSurrogate(sequence.code)) {
+        if (sequence.length == 0) {
             return false;
         }
         text.remove_prefix(sequence.length);

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 // UTF-8: one code point at a time, and whether a text is well formed.
 //
-// Sequences are the shortest form of a code point up to U+10FFFF. Surrogates are code points, too:
-// some programs write them, and it is for each caller to say what becomes of them. A text that has
-// any is not well formed.
+// A sequence is the shortest form of a code point up to U+10FFFF other than a surrogate. Generalized
+// UTF-8, which some programs write, has sequences for surrogates, too.
 // Functions without state; any thread may call them.
 #pragma once
 
@@ -33,8 +32,8 @@ struct Utf8Sequence {
     std::size_t length;
 };
 
-/// The sequence that the bytes, one at least, begin with.
-constexpr Utf8Sequence readUtf8(const char* bytes, std::size_t size) {
+/// The sequence of generalized UTF-8 that the bytes, one at least, begin with.
+constexpr Utf8Sequence readGeneralizedUtf8(const char* bytes, std::size_t size) {
     constexpr Utf8Sequence none{0, 0};
     const auto lead = static_cast<unsigned char>(bytes[0]);
     if (lead < 0x80) {
@@ -59,6 +58,12 @@ constexpr Utf8Sequence readUtf8(const char* bytes, std::size_t size) {
     return isOverlong || code > lastCodePoint ? none : Utf8Sequence{code, length};
 }
 
+/// The same for UTF-8: none for a surrogate.
+constexpr Utf8Sequence readUtf8(const char* bytes, std::size_t size) {
+    const Utf8Sequence sequence = readGeneralizedUtf8(bytes, size);
+    return isSurrogate(sequence.code) ? Utf8Sequence{0, 0} : sequence;
+}
+
 /// The bytes that writeUtf8() writes.
 constexpr std::size_t utf8Length(char32_t code) {
     if (code < 0x80) {
@@ -70,7 +75,8 @@ constexpr std::size_t utf8Length(char32_t code) {
     return code < 0x10000 ? 3 : 4;
 }
 
-/// Writes a code point, with four bytes at most, and returns the end of what it wrote.
+/// Writes a code point, a surrogate as generalized UTF-8, with four bytes at most; returns the end of
+/// what it wrote.
 constexpr char* writeUtf8(char32_t code, char* to) {
     const std::size_t length = utf8Length(code);
     if (length == 1) {
@@ -89,6 +95,9 @@ constexpr char* writeUtf8(char32_t code, char* to) {
 }
 
 void appendUtf8(std::string& text, char32_t code);
+
+/// The beginning of a well-formed text, `longest` bytes or so many fewer that no sequence is cut.
+std::string_view utf8Prefix(std::string_view text, std::size_t longest);
 
 /// Whether all of `text` is well formed.
 bool isUtf8(std::string_view text);

@@ -13,7 +13,7 @@
 #include "bench/ServerProcess.h"
 #include "contract/Names.h"
 #include "wire/cimxml/RequestWriter.h"
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/StringConversion.h"
 #include "wire/client/CimClient.h"
 #include "wire/http/PercentEncoding.h"
 

@@ -5,7 +5,7 @@
 
 #include "cli/Errors.h"
 #include "cli/NothingRead.h"
-#include "cli/Text.h"
+#include "cli/TerminalText.h"
 #include "cli/Values.h"
 #include "contract/Names.h"
 

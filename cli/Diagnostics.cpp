@@ -9,7 +9,6 @@
 #include "contract/Names.h"
 #include "contract/ReturnCode.h"
 #include "contract/TestState.h"
-#include "wire/cimxml/XmlText.h"
 
 namespace usbhcdiag {
 namespace {

@@ -7,7 +7,7 @@
 #include <iostream>
 
 #include "cli/Terminal.h"
-#include "cli/Text.h"
+#include "cli/TerminalText.h"
 
 namespace usbhcdiag {
 

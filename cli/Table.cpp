@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "cli/Text.h"
+#include "cli/TerminalText.h"
 
 namespace usbhcdiag {
 

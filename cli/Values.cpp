@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "cli/Values.h"
 
-#include <cctype>
+#include <cstdint>
+#include <string_view>
 
 #include <Pegasus/Common/CIMDateTime.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMProperty.h>
 #include <nlohmann/json.hpp>
 
-#include "wire/cimxml/XmlText.h"
+#include "base/Integers.h"
+#include "wire/cimxml/StringConversion.h"
 
 namespace usbhcdiag {
 namespace {
@@ -100,20 +102,9 @@ std::string mofValue(const Json& json) {
     return "{" + text + " }";
 }
 
-bool isPointInTime(const std::string& text) {
-    constexpr size_t length = 25;
-    if (text.size() != length || text[14] != '.' || (text[21] != '+' && text[21] != '-')) {
-        return false;
-    }
-    for (const size_t from : {size_t{0}, size_t{22}}) {
-        const size_t to = from == 0 ? 14 : length;
-        for (size_t i = from; i < to; ++i) {
-            if (std::isdigit(static_cast<unsigned char>(text[i])) == 0) {
-                return false;
-            }
-        }
-    }
-    return true;
+bool isPointInTime(std::string_view text) {
+    return text.size() == 25 && text[14] == '.' && (text[21] == '+' || text[21] == '-') &&
+           base::parseDigits(text.substr(0, 14)) && base::parseDigits(text.substr(22));
 }
 
 std::string twoDigits(int number) {
@@ -152,7 +143,7 @@ std::string dateForPeople(const std::string& cimForm) {
     if (!isPointInTime(cimForm)) {
         return cimForm;
     }
-    const int offset = std::stoi(cimForm.substr(22));
+    const int offset = base::parseDigits<std::uint16_t>(cimForm.substr(22)).value_or(0);
     return cimForm.substr(0, 4) + "-" + cimForm.substr(4, 2) + "-" + cimForm.substr(6, 2) + " " +
            cimForm.substr(8, 2) + ":" + cimForm.substr(10, 2) + ":" + cimForm.substr(12, 2) + " " +
            cimForm[21] + twoDigits(offset / 60) + ":" + twoDigits(offset % 60);

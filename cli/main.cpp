@@ -15,7 +15,7 @@
 #include "options/Completion.h"
 #include "options/Help.h"
 #include "options/UsageError.h"
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/StringConversion.h"
 #include "wire/client/CimClient.h"
 
 namespace usbhcdiag {

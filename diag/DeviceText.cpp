@@ -22,7 +22,7 @@ constexpr std::array<Uint16, 32> windows1252 = {
 // Takes the next character off the bytes, by rules 1 and 2.
 char32_t takeCharacter(std::string_view& bytes) {
     const base::Utf8Sequence sequence = base::readUtf8(bytes.data(), bytes.size());
-    if (sequence.length > 0 && !base::isSurrogate(sequence.code)) {
+    if (sequence.length > 0) {
         bytes.remove_prefix(sequence.length);
         return sequence.code;
     }

@@ -5,11 +5,11 @@
 
 #include "cli/Choice.h"
 #include "cli/Diagnostics.h"
-#include "cli/Text.h"
+#include "cli/TerminalText.h"
 #include "cli/Values.h"
 #include "cli/commands/Commands.h"
 #include "contract/Names.h"
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/StringConversion.h"
 
 namespace usbhcdiag {
 namespace {

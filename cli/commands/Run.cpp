@@ -12,7 +12,7 @@
 #include "cli/NothingRead.h"
 #include "cli/Progress.h"
 #include "cli/Terminal.h"
-#include "cli/Text.h"
+#include "cli/TerminalText.h"
 #include "cli/Values.h"
 #include "cli/commands/Commands.h"
 #include "contract/Names.h"

@@ -50,7 +50,15 @@ std::string written(char32_t code) {
 }
 
 Utf8Sequence read(const std::string& bytes) {
-    return readUtf8(bytes.data(), bytes.size());
+    const Utf8Sequence generalized = readGeneralizedUtf8(bytes.data(), bytes.size());
+    const Utf8Sequence sequence = readUtf8(bytes.data(), bytes.size());
+    if (isSurrogate(generalized.code)) {
+        EXPECT_EQ(sequence.length, 0U);
+    } else {
+        EXPECT_EQ(sequence.length, generalized.length);
+        EXPECT_EQ(sequence.code, generalized.code);
+    }
+    return generalized;
 }
 
 TEST(Utf8, writesTheFirstAndTheLastCodePointOfEachLength) {
@@ -107,6 +115,16 @@ TEST(Utf8, knowsBytesThatContinue) {
     for (int byte = 0; byte < 256; ++byte) {
         EXPECT_EQ(continuesUtf8(static_cast<char>(byte)), byte >= 0x80 && byte < 0xC0) << byte;
     }
+}
+
+TEST(Utf8, isNotCutWithinASequence) {
+    const std::string text = "a\u00e9\u20ac\U0001F600";  // 1, 2, 3 and 4 bytes
+    const std::vector<std::size_t> lengths = {0, 1, 1, 3, 3, 3, 6, 6, 6, 6, 10, 10, 10};
+    for (std::size_t longest = 0; longest < lengths.size(); ++longest) {
+        EXPECT_EQ(utf8Prefix(text, longest), text.substr(0, lengths[longest])) << longest;
+    }
+    EXPECT_EQ(utf8Prefix("\x80\x80\x80", 2), "") << "no end of a sequence";
+    EXPECT_EQ(utf8Prefix("", 0), "");
 }
 
 TEST(Utf8, knowsSurrogates) {

@@ -4,7 +4,6 @@
 #include "wire/cimxml/Message.h"
 #include "wire/cimxml/ObjectReader.h"
 #include "wire/cimxml/XmlError.h"
-#include "wire/cimxml/XmlText.h"
 
 namespace wire {
 

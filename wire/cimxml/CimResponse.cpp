@@ -5,9 +5,10 @@
 
 #include "wire/cimxml/Message.h"
 #include "wire/cimxml/ObjectReader.h"
-#include "wire/cimxml/ValueText.h"
+#include "wire/cimxml/StringConversion.h"
+#include "wire/cimxml/ValueConversion.h"
 #include "wire/cimxml/XmlError.h"
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/XmlEscaping.h"
 
 namespace wire {
 

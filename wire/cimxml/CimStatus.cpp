@@ -7,7 +7,8 @@
 #include <Pegasus/Common/CIMStatusCode.h>
 #include <Pegasus/Common/Exception.h>
 
-#include "wire/cimxml/XmlText.h"
+#include "base/Utf8.h"
+#include "wire/cimxml/StringConversion.h"
 
 namespace wire {
 
@@ -15,7 +16,7 @@ namespace {
 
 /// The text of a foreign exception may hold any bytes.
 CimFailure failure(unsigned code, const std::string& text) {
-    return {code, describeStatus(code, isUtf8(text) ? text : "(a text that is not UTF-8)")};
+    return {code, describeStatus(code, base::isUtf8(text) ? text : "(a text that is not UTF-8)")};
 }
 
 }  // namespace

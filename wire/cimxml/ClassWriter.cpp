@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "wire/cimxml/ObjectWriter.h"
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/XmlEscaping.h"
 
 namespace wire {
 

@@ -3,7 +3,7 @@
 
 #include "wire/cimxml/ObjectReader.h"
 #include "wire/cimxml/XmlError.h"
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/XmlEscaping.h"
 
 namespace wire {
 

@@ -6,9 +6,9 @@
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/Exception.h>
 
-#include "wire/cimxml/ValueText.h"
+#include "wire/cimxml/StringConversion.h"
+#include "wire/cimxml/ValueConversion.h"
 #include "wire/cimxml/XmlError.h"
-#include "wire/cimxml/XmlText.h"
 
 namespace wire {
 

@@ -3,9 +3,10 @@
 
 #include <Pegasus/Common/Array.h>
 
-#include "wire/cimxml/ValueText.h"
+#include "wire/cimxml/StringConversion.h"
+#include "wire/cimxml/ValueConversion.h"
 #include "wire/cimxml/ValueTypes.h"
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/XmlEscaping.h"
 
 namespace wire {
 

@@ -6,7 +6,7 @@
 #include <Pegasus/Common/CIMValue.h>
 
 #include "wire/cimxml/Message.h"
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/XmlEscaping.h"
 
 namespace wire {
 

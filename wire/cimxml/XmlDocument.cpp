@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "wire/cimxml/XmlError.h"
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/XmlEscaping.h"
 
 namespace wire {
 

@@ -5,8 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "base/Ascii.h"
+#include "base/Utf8.h"
 #include "wire/cimxml/XmlError.h"
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/XmlEscaping.h"
 
 namespace wire {
 
@@ -18,11 +20,11 @@ bool isSpace(char c) {
 
 /// Whether a name may begin with this byte. Bytes of characters beyond ASCII are taken as letters.
 bool isNameStart(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':' || (c & 0x80);
+    return base::isLetter(c) || c == '_' || c == ':' || !base::isAscii(c);
 }
 
 bool isNamePart(char c) {
-    return isNameStart(c) || (c >= '0' && c <= '9') || c == '.' || c == '-';
+    return isNameStart(c) || base::isDigit(c) || c == '.' || c == '-';
 }
 
 class Scanner {
@@ -246,7 +248,7 @@ private:
 }  // namespace
 
 void scanXml(std::string_view document, const XmlLimits& limits) {
-    if (!isUtf8(document)) {
+    if (!base::isUtf8(document)) {
         throw XmlError(XmlFault::notValid, "the document is not UTF-8");
     }
     if (document.find('\0') != std::string_view::npos) {

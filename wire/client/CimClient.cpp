@@ -8,10 +8,10 @@
 #include "wire/cimxml/CimResponse.h"
 #include "wire/cimxml/ObjectReader.h"
 #include "wire/cimxml/RequestWriter.h"
-#include "wire/cimxml/ValueText.h"
+#include "wire/cimxml/StringConversion.h"
+#include "wire/cimxml/ValueConversion.h"
 #include "wire/cimxml/XmlDocument.h"
 #include "wire/cimxml/XmlError.h"
-#include "wire/cimxml/XmlText.h"
 #include "wire/http/BasicAuthentication.h"
 #include "wire/http/PercentEncoding.h"
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "wire/client/ServerUrl.h"
 
-#include <charconv>
 #include <stdexcept>
 #include <string_view>
 
+#include "base/Integers.h"
 #include "wire/http/PercentEncoding.h"
 
 namespace wire {
@@ -20,13 +20,11 @@ constexpr std::string_view scheme = "http://";
 }
 
 std::uint16_t parsePort(std::string_view text) {
-    std::uint16_t port = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, port);
-    if (error != std::errc() || rest != end || port == 0) {
+    const auto port = base::parseDigits<std::uint16_t>(text);
+    if (!port || *port == 0) {
         fail("\"" + std::string(text) + "\" is not a port");
     }
-    return port;
+    return *port;
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "wire/http/HttpMessage.h"
+#include "base/Ascii.h"
 
 namespace wire {
 
@@ -37,7 +37,7 @@ std::string basicAuthorization(std::string_view userAndPassword) {
 }
 
 std::string_view basicToken(std::string_view authorization) {
-    if (!equalIgnoringCase(authorization.substr(0, scheme.size()), scheme)) {
+    if (!base::equalIgnoringCase(authorization.substr(0, scheme.size()), scheme)) {
         return {};
     }
     authorization.remove_prefix(scheme.size());

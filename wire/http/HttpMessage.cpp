@@ -1,27 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "wire/http/HttpMessage.h"
 
-#include <algorithm>
+#include "base/Ascii.h"
 
 namespace wire {
-
-namespace {
-
-char lowered(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-}  // namespace
-
-bool equalIgnoringCase(std::string_view left, std::string_view right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](char a, char b) { return lowered(a) == lowered(b); });
-}
 
 std::optional<std::string> findField(const HttpFields& fields, std::string_view name) {
     std::optional<std::string> value;
     for (const HttpField& field : fields) {
-        if (!equalIgnoringCase(field.name, name)) {
+        if (!base::equalIgnoringCase(field.name, name)) {
             continue;
         }
         if (value) {

@@ -40,7 +40,4 @@ struct HttpResponse {
 /// "Not Found" for 404; "Unknown" for codes that the program does not use.
 std::string_view reasonPhrase(unsigned status);
 
-/// Whether two ASCII texts are the same apart from case.
-bool equalIgnoringCase(std::string_view left, std::string_view right);
-
 }  // namespace wire

@@ -24,6 +24,7 @@
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>
 
+#include "base/Ascii.h"
 #include "wire/http/SocketStream.h"
 
 namespace wire {
@@ -246,7 +247,7 @@ private:
             return;
         }
         const auto value = expectation->value();
-        if (!equalIgnoringCase({value.data(), value.size()}, "100-continue")) {
+        if (!base::equalIgnoringCase({value.data(), value.size()}, "100-continue")) {
             throw Refusal{417};
         }
         if (buffer_.size() == 0 && parser.get().version() > 10) {

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "wire/http/PercentEncoding.h"
 
-#include <charconv>
+#include <cstdint>
+#include <optional>
+
+#include "base/Ascii.h"
+#include "base/Integers.h"
 
 namespace wire {
 
 namespace {
 
 bool isUnreserved(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
-           c == '.' || c == '_' || c == '~';
+    return base::isLetter(c) || base::isDigit(c) || c == '-' || c == '.' || c == '_' || c == '~';
 }
 
 }  // namespace
@@ -33,11 +36,11 @@ std::string percentEncoded(std::string_view text) {
 std::string percentDecoded(std::string_view text) {
     std::string decoded;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        unsigned char byte = 0;
-        const char* const digits = text.data() + i + 1;
-        if (text[i] == '%' && i + 2 < text.size() &&
-            std::from_chars(digits, digits + 2, byte, 16).ptr == digits + 2) {
-            decoded += static_cast<char>(byte);
+        const bool isEscape = text[i] == '%' && i + 2 < text.size();
+        const auto byte =
+            isEscape ? base::parseDigits<std::uint8_t>(text.substr(i + 1, 2), 16) : std::nullopt;
+        if (byte) {
+            decoded += static_cast<char>(*byte);
             i += 2;
         } else {
             decoded += text[i];

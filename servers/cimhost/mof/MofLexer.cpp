@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/mof/MofLexer.h"
 
-#include <algorithm>
-#include <limits>
+#include <optional>
 #include <utility>
+
+#include "base/Ascii.h"
+#include "base/Integers.h"
+#include "base/Utf8.h"
 
 namespace cimhost {
 
 namespace {
-
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
-}
 
 bool isSpace(char character) {
     return character == ' ' || (character >= '\t' && character <= '\r');
@@ -19,65 +18,17 @@ bool isSpace(char character) {
 
 /// Bytes above 127 belong to letters; the names themselves are checked by the object model.
 bool startsName(char character) {
-    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z') ||
-           character == '_' || static_cast<unsigned char>(character) >= 0x80;
+    return base::isLetter(character) || character == '_' || !base::isAscii(character);
 }
 
 bool continuesName(char character) {
-    return startsName(character) || isDigit(character);
-}
-
-bool continuesUtf8(char character) {
-    return (static_cast<unsigned char>(character) & 0xC0) == 0x80;
-}
-
-char lower(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
-                                                : character;
-}
-
-int digitValue(char character) {
-    if (isDigit(character)) {
-        return character - '0';
-    }
-    const char letter = lower(character);
-    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
-}
-
-void appendUtf8(std::string& text, char32_t character) {
-    if (character < 0x80) {
-        text += static_cast<char>(character);
-    } else if (character < 0x800) {
-        text += static_cast<char>(0xC0 | (character >> 6));
-        text += static_cast<char>(0x80 | (character & 0x3F));
-    } else {
-        text += static_cast<char>(0xE0 | (character >> 12));
-        text += static_cast<char>(0x80 | ((character >> 6) & 0x3F));
-        text += static_cast<char>(0x80 | (character & 0x3F));
-    }
-}
-
-/// Digits of the base as a number; false if it does not fit 64 bits or a digit is none of the base.
-bool parseDigits(std::string_view digits, unsigned base, std::uint64_t& value) {
-    value = 0;
-    for (const char character : digits) {
-        const int digit = digitValue(character);
-        if (digit < 0 || static_cast<unsigned>(digit) >= base ||
-            value >
-                (std::numeric_limits<std::uint64_t>::max() - static_cast<unsigned>(digit)) / base) {
-            return false;
-        }
-        value = value * base + static_cast<unsigned>(digit);
-    }
-    return !digits.empty();
+    return startsName(character) || base::isDigit(character);
 }
 
 }  // namespace
 
 bool MofToken::isKeyword(std::string_view keyword) const {
-    return kind == Kind::Identifier &&
-           std::equal(text.begin(), text.end(), keyword.begin(), keyword.end(),
-                      [](char left, char right) { return lower(left) == lower(right); });
+    return kind == Kind::Identifier && base::equalIgnoringCase(text, keyword);
 }
 
 std::string MofToken::description() const {
@@ -115,7 +66,7 @@ char MofLexer::take() {
     if (character == '\n') {
         ++position_.line;
         position_.column = 1;
-    } else if (!continuesUtf8(character)) {
+    } else if (!base::continuesUtf8(character)) {
         ++position_.column;
     }
     return character;
@@ -165,7 +116,7 @@ MofToken MofLexer::next() {
     if (startsName(character)) {
         return readIdentifier();
     }
-    if (isDigit(character) || character == '+' || character == '-' || character == '.') {
+    if (base::isDigit(character) || character == '+' || character == '-' || character == '.') {
         return readNumber();
     }
     switch (character) {
@@ -225,29 +176,34 @@ MofToken MofLexer::readNumber() {
     while (continuesName(peek()) || peek() == '.' || exponentSign) {
         const char character = take();
         digits += character;
-        const bool hexadecimal = digits.size() > 1 && lower(digits[1]) == 'x';
-        exponentSign = !hexadecimal && lower(character) == 'e' && (peek() == '+' || peek() == '-');
+        const bool hexadecimal = digits.size() > 1 && base::toLower(digits[1]) == 'x';
+        exponentSign =
+            !hexadecimal && base::toLower(character) == 'e' && (peek() == '+' || peek() == '-');
     }
 
-    const bool isHexadecimal = digits.size() > 2 && digits[0] == '0' && lower(digits[1]) == 'x';
-    const bool isBinary = !isHexadecimal && !digits.empty() && lower(digits.back()) == 'b';
+    const std::string_view written = digits;
+    const bool isBinary = !written.empty() && base::toLower(written.back()) == 'b';
     bool understood = false;
-    if (isHexadecimal) {
-        understood = parseDigits(std::string_view(digits).substr(2), 16, token.magnitude);
+    const auto readWhole = [&](std::string_view text, unsigned radix) {
+        const std::optional<std::uint64_t> magnitude = base::parseDigits(text, radix);
+        token.magnitude = magnitude.value_or(0);
+        understood = magnitude.has_value();
+    };
+    if (base::isHexadecimal(written)) {
+        readWhole(written.substr(2), 16);
     } else if (isBinary) {
-        understood =
-            parseDigits(std::string_view(digits).substr(0, digits.size() - 1), 2, token.magnitude);
-    } else if (digits.find_first_of(".eE") != std::string::npos) {
+        readWhole(written.substr(0, written.size() - 1), 2);
+    } else if (written.find_first_of(".eE") != std::string_view::npos) {
         token.kind = MofToken::Kind::Real;
         token.text = (token.negative ? "-" : "") + digits;
-        const auto point = digits.find('.');
-        understood = digits.find_first_not_of("0123456789.eE+-") == std::string::npos &&
-                     point != std::string::npos && point + 1 < digits.size() &&
-                     isDigit(digits[point + 1]) && isDigit(digits.back()) &&
-                     digits.find('.', point + 1) == std::string::npos;
+        const auto point = written.find('.');
+        understood = written.find_first_not_of("0123456789.eE+-") == std::string_view::npos &&
+                     point != std::string_view::npos && point + 1 < written.size() &&
+                     base::isDigit(written[point + 1]) && base::isDigit(written.back()) &&
+                     written.find('.', point + 1) == std::string_view::npos;
     } else {
-        const bool isOctal = digits.size() > 1 && digits[0] == '0';
-        understood = parseDigits(digits, isOctal ? 8 : 10, token.magnitude);
+        const bool isOctal = written.size() > 1 && written.front() == '0';
+        readWhole(written, isOctal ? 8 : 10);
     }
     if (!understood) {
         throw MofError(token.position, "'" + digits + "' is not a number of at most 64 bits");
@@ -263,7 +219,7 @@ MofToken MofLexer::readText() {
             throw MofError(token.position, "the string does not end on its line");
         }
         if (peek() == '\\') {
-            appendUtf8(token.text, readEscape());
+            base::appendUtf8(token.text, readEscape());
         } else {
             token.text += take();
         }
@@ -277,8 +233,7 @@ MofToken MofLexer::readCharacter() {
     take();
     if (peek() == '\\') {
         token.magnitude = readEscape();
-    } else if (!atEnd() && static_cast<unsigned char>(peek()) < 0x80 && peek() != '\'' &&
-               peek() != '\n') {
+    } else if (!atEnd() && base::isAscii(peek()) && peek() != '\'' && peek() != '\n') {
         token.magnitude = static_cast<unsigned char>(take());
     } else {
         fail("a character literal holds one ASCII character or an escape");
@@ -320,11 +275,11 @@ char32_t MofLexer::readEscape() {
 char32_t MofLexer::readHexadecimalEscape() {
     char32_t value = 0;
     int digits = 0;
-    while (digits < 4 && digitValue(peek()) >= 0) {
-        value = value * 16 + static_cast<char32_t>(digitValue(take()));
+    while (digits < 4 && base::digitValue(peek()) != base::notADigit) {
+        value = value * 16 + base::digitValue(take());
         ++digits;
     }
-    if (value == 0 || (value >= 0xD800 && value < 0xE000)) {
+    if (value == 0 || base::isSurrogate(value)) {
         fail("an escape \\x takes one to four hexadecimal digits of a character");
     }
     return value;

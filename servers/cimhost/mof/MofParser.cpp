@@ -8,7 +8,7 @@
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/Exception.h>
 
-#include "servers/cimhost/schema/Text.h"
+#include "wire/cimxml/StringConversion.h"
 
 namespace cimhost {
 
@@ -22,7 +22,7 @@ void at(const MofPosition& position, Action action) {
     try {
         action();
     } catch (const Pegasus::Exception& refusal) {
-        throw MofError(position, utf8(refusal.getMessage()));
+        throw MofError(position, wire::toUtf8(refusal.getMessage()));
     }
 }
 
@@ -196,7 +196,7 @@ wire::Qualifiers MofParser::parseQualifierList() {
         const MofPosition position = current_.position;
         wire::Qualifier qualifier = parseQualifier();
         if (findQualifier(qualifiers, qualifier.name) != nullptr) {
-            throw MofError(position, "the qualifier " + utf8(qualifier.name.getString()) +
+            throw MofError(position, "the qualifier " + wire::toUtf8(qualifier.name.getString()) +
                                          " stands here twice");
         }
         qualifiers.push_back(std::move(qualifier));
@@ -213,8 +213,8 @@ wire::Qualifier MofParser::parseQualifier() {
     at(position,
        [&] { declaration = compilation_.schema.findQualifier(nameSpace_, qualifier.name); });
     if (declaration == nullptr) {
-        throw MofError(position,
-                       "the qualifier " + utf8(qualifier.name.getString()) + " is not declared");
+        throw MofError(position, "the qualifier " + wire::toUtf8(qualifier.name.getString()) +
+                                     " is not declared");
     }
     qualifier.name = declaration->name;
     qualifier.flavor = declaration->flavor;
@@ -253,7 +253,7 @@ void MofParser::checkScopes(const wire::Qualifiers& qualifiers, Element element,
             allowed = allowed || name.equal(CIMName("any")) || name.equal(CIMName(scope));
         }
         if (!allowed) {
-            throw MofError(position, "the qualifier " + utf8(qualifier.name.getString()) +
+            throw MofError(position, "the qualifier " + wire::toUtf8(qualifier.name.getString()) +
                                          " is not declared for the scope " + scope);
         }
     }
@@ -285,7 +285,7 @@ CIMName MofParser::parseTypeOrReference(Pegasus::CIMType& type) {
     }
     CIMName referenceClass = expectName("a type or a class");
     if (!takeIfKeyword("ref")) {
-        throw MofError(position, utf8(referenceClass.getString()) +
+        throw MofError(position, wire::toUtf8(referenceClass.getString()) +
                                      " is no type, and 'REF' does not follow it");
     }
     type = Pegasus::CIMTYPE_REFERENCE;
@@ -371,7 +371,7 @@ void MofParser::parseInstance() {
     Schema::ClassPointer definition;
     at(position, [&] { definition = compilation_.schema.findClass(nameSpace_, className); });
     if (definition == nullptr) {
-        throw MofError(position, "unknown class " + utf8(className.getString()));
+        throw MofError(position, "unknown class " + wire::toUtf8(className.getString()));
     }
     std::string alias;
     if (takeIfKeyword("as")) {
@@ -404,11 +404,12 @@ void MofParser::parseInstanceProperty(const wire::ClassDefinition& definition,
     const CIMName name = expectName("the name of a property");
     const wire::PropertyDefinition* const property = definition.findProperty(name);
     if (property == nullptr) {
-        throw MofError(position, "class " + utf8(definition.name.getString()) +
-                                     " has no property " + utf8(name.getString()));
+        throw MofError(position, "class " + wire::toUtf8(definition.name.getString()) +
+                                     " has no property " + wire::toUtf8(name.getString()));
     }
     if (instance.findProperty(name) != PEG_NOT_FOUND) {
-        throw MofError(position, "the property " + utf8(name.getString()) + " stands here twice");
+        throw MofError(position,
+                       "the property " + wire::toUtf8(name.getString()) + " stands here twice");
     }
     expectPunctuation('=');
     const Pegasus::CIMValue value = toCimValue(parseValue(), property->type, property->isArray);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/mof/MofValue.h"
 
-#include <strings.h>
-
 #include <cstdlib>
 #include <limits>
 #include <type_traits>
@@ -11,6 +9,7 @@
 #include <Pegasus/Common/CIMDateTime.h>
 #include <Pegasus/Common/Exception.h>
 
+#include "base/Ascii.h"
 #include "wire/cimxml/ValueTypes.h"
 
 namespace cimhost {
@@ -125,7 +124,7 @@ CIMValue convert(const MofValue& value, CIMType type, bool isArray) {
 bool parseTypeName(const std::string& word, CIMType& type) {
     for (int number = Pegasus::CIMTYPE_BOOLEAN; number <= Pegasus::CIMTYPE_DATETIME; ++number) {
         const auto candidate = static_cast<CIMType>(number);
-        if (strcasecmp(word.c_str(), Pegasus::cimTypeToString(candidate)) == 0) {
+        if (base::equalIgnoringCase(word, Pegasus::cimTypeToString(candidate))) {
             type = candidate;
             return true;
         }

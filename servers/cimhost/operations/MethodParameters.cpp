@@ -7,8 +7,8 @@
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/Exception.h>
 
-#include "servers/cimhost/schema/Text.h"
-#include "wire/cimxml/ValueText.h"
+#include "wire/cimxml/StringConversion.h"
+#include "wire/cimxml/ValueConversion.h"
 
 namespace cimhost {
 
@@ -32,7 +32,7 @@ CIMValue parseScalar(CIMType type, const String& text) {
     if (type == Pegasus::CIMTYPE_REFERENCE) {
         return CIMValue(CIMObjectPath(text));
     }
-    return wire::parseValue(type, utf8(text));
+    return wire::parseValue(type, wire::toUtf8(text));
 }
 
 CIMValue parseElements(CIMType type, const Array<String>& texts) {
@@ -46,7 +46,7 @@ CIMValue parseElements(CIMType type, const Array<String>& texts) {
     std::vector<std::string> elements;
     elements.reserve(texts.size());
     for (Uint32 index = 0; index < texts.size(); ++index) {
-        elements.push_back(utf8(texts[index]));
+        elements.push_back(wire::toUtf8(texts[index]));
     }
     return wire::parseArray(type, elements);
 }

@@ -26,7 +26,7 @@
 #include "servers/cimhost/program/Options.h"
 #include "servers/cimhost/protocol/CimService.h"
 #include "servers/cimhost/protocol/Credentials.h"
-#include "servers/cimhost/schema/Text.h"
+#include "wire/cimxml/StringConversion.h"
 #include "wire/http/HttpServer.h"
 #include "wire/http/ListenAddress.h"
 
@@ -171,7 +171,7 @@ int main(int argc, char** argv) {
     } catch (const std::exception& error) {
         std::cerr << "cimhost: " << error.what() << '\n';
     } catch (const Pegasus::Exception& error) {
-        std::cerr << "cimhost: " << utf8(error.getMessage()) << '\n';
+        std::cerr << "cimhost: " << wire::toUtf8(error.getMessage()) << '\n';
     }
     return exitFailure;
 }

@@ -6,8 +6,9 @@
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/Exception.h>
 
+#include "base/Ascii.h"
+#include "wire/cimxml/StringConversion.h"
 #include "wire/cimxml/XmlError.h"
-#include "wire/cimxml/XmlText.h"
 #include "wire/http/PercentEncoding.h"
 
 namespace cimhost {
@@ -45,7 +46,7 @@ std::optional<std::string_view> fieldParameter(std::string_view field, std::stri
         const std::string_view parameter = field.substr(0, field.find(';'));
         const std::size_t equals = parameter.find('=');
         if (equals == std::string_view::npos ||
-            !wire::equalIgnoringCase(trimmed(parameter.substr(0, equals)), name)) {
+            !base::equalIgnoringCase(trimmed(parameter.substr(0, equals)), name)) {
             continue;
         }
         std::string_view value = trimmed(parameter.substr(equals + 1));
@@ -102,7 +103,7 @@ bool namesObject(const std::string& text, const Pegasus::CIMObjectPath& object) 
 
 bool namesTarget(const std::string& text, const wire::CimRequest& request) {
     if (request.intrinsic) {
-        return wire::equalIgnoringCase(text, wire::toUtf8(request.nameSpace.getString()));
+        return base::equalIgnoringCase(text, wire::toUtf8(request.nameSpace.getString()));
     }
     return namesObject(text, request.object);
 }
@@ -151,7 +152,7 @@ void CimHeaders::check(bool http10) const {
     if (!operation) {
         throw RequestRefused(400, "", "the header field CIMOperation is missing");
     }
-    if (!wire::equalIgnoringCase(*operation, "MethodCall")) {
+    if (!base::equalIgnoringCase(*operation, "MethodCall")) {
         throw RequestRefused(400, "unsupported-operation",
                              "CIMOperation " + quoted(*operation) + " is not supported");
     }
@@ -166,13 +167,13 @@ void CimHeaders::check(bool http10) const {
 void CimHeaders::checkContentType() const {
     const std::string type = wire::findField(fields_, "Content-Type").value_or("");
     const std::string_view media = trimmed(std::string_view(type).substr(0, type.find(';')));
-    if (!wire::equalIgnoringCase(media, "application/xml") &&
-        !wire::equalIgnoringCase(media, "text/xml")) {
+    if (!base::equalIgnoringCase(media, "application/xml") &&
+        !base::equalIgnoringCase(media, "text/xml")) {
         throw RequestRefused(
             400, "", "Content-Type must be application/xml or text/xml, not " + quoted(type));
     }
     const std::string_view charset = fieldParameter(type, "charset").value_or("utf-8");
-    if (!wire::equalIgnoringCase(charset, "utf-8")) {
+    if (!base::equalIgnoringCase(charset, "utf-8")) {
         throw RequestRefused(400, "", "the charset must be utf-8, not " + quoted(charset));
     }
 }
@@ -183,7 +184,7 @@ void CimHeaders::checkAgainst(const wire::CimRequest& request) const {
         mismatch("CIMProtocolVersion", version, request.protocolVersion);
     }
     const std::string method = require("CIMMethod");
-    if (!wire::equalIgnoringCase(wire::percentDecoded(method), request.method)) {
+    if (!base::equalIgnoringCase(wire::percentDecoded(method), request.method)) {
         mismatch("CIMMethod", method, request.method);
     }
     // Not all clients encode a percent sign of their own, so what was sent may be meant as it is.

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/Utf8.h"
 #include "servers/cimhost/protocol/CimHeaders.h"
 #include "servers/cimhost/protocol/RequestHandler.h"
 #include "wire/cimxml/CimRequest.h"
@@ -26,19 +27,8 @@ wire::HttpResponse answerMethod(const std::string& method) {
     return {isKnown ? 405U : 501U, {{"Allow", "POST, M-POST"}}, {}};
 }
 
-/// The beginning of a text, without a character cut in two: what a message quotes may be as long as
-/// a request.
-std::string_view excerpt(std::string_view text) {
-    constexpr std::size_t longest = 400;
-    if (text.size() <= longest) {
-        return text;
-    }
-    std::size_t end = longest;
-    while ((text[end] & 0xC0) == 0x80) {
-        --end;
-    }
-    return text.substr(0, end);
-}
+// What a message quotes may be as long as a request.
+constexpr std::size_t longestDetails = 400;
 
 /// How a document that cannot be taken is refused.
 RequestRefused refusalOf(const wire::XmlError& error) {
@@ -87,7 +77,7 @@ wire::HttpResponse CimService::answer(wire::HttpRequest&& request) const {
             headers.append(response.fields, "CIMError", refusal.cimError());
         }
         headers.append(response.fields, "PGErrorDetail",
-                       wire::percentEncoded(excerpt(refusal.what())));
+                       wire::percentEncoded(base::utf8Prefix(refusal.what(), longestDetails)));
         return response;
     }
 }

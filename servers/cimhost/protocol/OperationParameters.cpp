@@ -8,9 +8,9 @@
 #include <Pegasus/Common/CIMValue.h>
 #include <Pegasus/Common/Exception.h>
 
+#include "base/Ascii.h"
 #include "wire/cimxml/ObjectReader.h"
-#include "wire/cimxml/XmlText.h"
-#include "wire/http/HttpMessage.h"
+#include "wire/cimxml/StringConversion.h"
 
 namespace cimhost {
 
@@ -38,7 +38,7 @@ OperationParameters::OperationParameters(const wire::CimRequest& request,
     const auto& given = request.intrinsicParameters;
     for (auto parameter = given.begin(); parameter != given.end(); ++parameter) {
         const auto hasName = [&](std::string_view name) {
-            return wire::equalIgnoringCase(name, parameter->name);
+            return base::equalIgnoringCase(name, parameter->name);
         };
         if (std::none_of(known.begin(), known.end(), hasName)) {
             fail(Pegasus::CIM_ERR_NOT_SUPPORTED, parameter->name, "is unknown to this operation");
@@ -52,7 +52,7 @@ OperationParameters::OperationParameters(const wire::CimRequest& request,
 
 wire::XmlElement OperationParameters::find(std::string_view name) const {
     for (const wire::IntrinsicParameter& parameter : request_.intrinsicParameters) {
-        if (wire::equalIgnoringCase(parameter.name, name)) {
+        if (base::equalIgnoringCase(parameter.name, name)) {
             return parameter.element.firstChild() ? wire::onlyChild(parameter.element)
                                                   : wire::XmlElement();
         }

@@ -6,13 +6,13 @@
 
 #include <Pegasus/Common/Exception.h>
 
+#include "base/Ascii.h"
 #include "servers/cimhost/protocol/OperationParameters.h"
 #include "wire/cimxml/CimResponse.h"
 #include "wire/cimxml/ClassWriter.h"
 #include "wire/cimxml/ObjectWriter.h"
+#include "wire/cimxml/StringConversion.h"
 #include "wire/cimxml/XmlError.h"
-#include "wire/cimxml/XmlText.h"
-#include "wire/http/HttpMessage.h"
 
 namespace cimhost {
 
@@ -253,7 +253,7 @@ Handler handlerOf(const wire::CimRequest& request) {
         return invokeMethod;
     }
     for (const NamedHandler& named : handlers) {
-        if (wire::equalIgnoringCase(named.operation, request.method)) {
+        if (base::equalIgnoringCase(named.operation, request.method)) {
             return named.handle;
         }
     }

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/repository/InstanceForms.h"
 
-#include <cerrno>
-#include <cstdlib>
+#include <cstdint>
 
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/Exception.h>
 
-#include "servers/cimhost/schema/Text.h"
+#include "base/Ascii.h"
+#include "base/Integers.h"
 #include "servers/serving/PathForms.h"
+#include "wire/cimxml/StringConversion.h"
 
 namespace cimhost {
 
@@ -53,28 +54,16 @@ CIMObjectPath buildPath(const wire::ClassDefinition& definition, const CIMInstan
 }
 
 std::string folded(const String& name) {
-    std::string text = utf8(name);
-    for (char& character : text) {
-        if (character >= 'A' && character <= 'Z') {
-            character = static_cast<char>(character - 'A' + 'a');
-        }
-    }
-    return text;
+    return base::toLower(wire::toUtf8(name));
 }
 
-/// A whole number in decimal, whatever its spelling; any other text as it stands.
+/// A whole number of at most 64 bits in decimal, whatever its spelling; any other text as it stands.
 std::string normalNumber(const std::string& text) {
-    const bool hexadecimal = text.find_first_of("xX") != std::string::npos &&
-                             text.find_first_of("pP.") == std::string::npos;
-    const int base = hexadecimal ? 16 : 10;
-    char* end = nullptr;
-    errno = 0;
-    if (!text.empty() && text.front() == '-') {
-        const long long value = std::strtoll(text.c_str(), &end, base);
-        return errno == 0 && *end == '\0' ? std::to_string(value) : text;
+    if (const auto number = base::parseInteger<std::uint64_t>(text)) {
+        return std::to_string(*number);
     }
-    const unsigned long long value = std::strtoull(text.c_str(), &end, base);
-    return errno == 0 && end != text.c_str() && *end == '\0' ? std::to_string(value) : text;
+    const auto number = base::parseInteger<std::int64_t>(text);
+    return number ? std::to_string(*number) : text;
 }
 
 std::string canonicalIdentity(const CIMObjectPath& path) {
@@ -83,7 +72,7 @@ std::string canonicalIdentity(const CIMObjectPath& path) {
     const auto& keys = path.getKeyBindings();
     for (Uint32 index = 0; index < keys.size(); ++index) {
         const CIMKeyBinding& key = keys[index];
-        std::string value = utf8(key.getValue());
+        std::string value = wire::toUtf8(key.getValue());
         char type = 's';
         switch (key.getType()) {
             case CIMKeyBinding::NUMERIC:

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "wire/cimxml/StringConversion.h"
 #include "wire/cimxml/XmlError.h"
-#include "wire/cimxml/XmlText.h"
 
 using namespace wire;
 

@@ -6,8 +6,8 @@
 
 #include "tests/support/CimXmlAnswers.h"
 #include "wire/cimxml/ObjectReader.h"
+#include "wire/cimxml/StringConversion.h"
 #include "wire/cimxml/XmlError.h"
-#include "wire/cimxml/XmlText.h"
 
 using namespace wire;
 

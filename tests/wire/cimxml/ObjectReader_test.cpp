@@ -4,8 +4,8 @@
 #include <Pegasus/Common/Array.h>
 #include <gtest/gtest.h>
 
+#include "wire/cimxml/StringConversion.h"
 #include "wire/cimxml/XmlError.h"
-#include "wire/cimxml/XmlText.h"
 
 using namespace wire;
 using Pegasus::CIMValue;

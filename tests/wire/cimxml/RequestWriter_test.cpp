@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "wire/cimxml/CimRequest.h"
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/StringConversion.h"
 
 using namespace wire;
 using Pegasus::CIMObjectPath;

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/CimXmlAnswers.h"
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/StringConversion.h"
 #include "wire/http/HttpServer.h"
 
 using namespace wire;

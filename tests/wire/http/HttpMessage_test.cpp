@@ -16,13 +16,6 @@ TEST(HttpMessage, joinsRepeatedFields) {
     EXPECT_EQ(findField(fields, "A"), "1, 2");
 }
 
-TEST(HttpMessage, comparesWithoutCase) {
-    EXPECT_TRUE(equalIgnoringCase("utf-8", "UTF-8"));
-    EXPECT_FALSE(equalIgnoringCase("utf-8", "utf-16"));
-    EXPECT_FALSE(equalIgnoringCase("a[", "a{")) << "only letters have a case";
-    EXPECT_TRUE(equalIgnoringCase("", ""));
-}
-
 TEST(HttpMessage, namesTheStatus) {
     EXPECT_EQ(reasonPhrase(431), "Request Header Fields Too Large");
     EXPECT_EQ(reasonPhrase(299), "Unknown");

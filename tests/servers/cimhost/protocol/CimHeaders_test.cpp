@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/StringConversion.h"
 
 using namespace cimhost;
 

@@ -4,7 +4,7 @@
 #include <Pegasus/Common/Exception.h>
 #include <gtest/gtest.h>
 
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/StringConversion.h"
 
 using namespace cimhost;
 

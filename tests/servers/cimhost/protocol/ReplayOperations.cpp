@@ -6,7 +6,7 @@
 #include "tests/servers/cimhost/protocol/ReadClass.h"
 #include "wire/cimxml/CimStatus.h"
 #include "wire/cimxml/ObjectReader.h"
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/StringConversion.h"
 
 using namespace cimhost;
 using Pegasus::Array;

@@ -1,63 +1,22 @@
 // SPDX-License-Identifier: MIT
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/XmlEscaping.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstdint>
 #include <optional>
 #include <type_traits>
 
+#include "base/Integers.h"
+#include "base/Utf16.h"
+#include "base/Utf8.h"
+#include "wire/cimxml/StringConversion.h"
 #include "wire/cimxml/XmlError.h"
 
 namespace wire {
 
 namespace {
-
-constexpr char32_t replacement = 0xFFFD;
-constexpr char32_t lastCharacter = 0x10FFFF;
-
-bool isSurrogate(char32_t character) {
-    return character >= 0xD800 && character <= 0xDFFF;
-}
-
-/// Writes one character as UTF-8 and returns the end of what it wrote, at most four bytes.
-char* encodeUtf8(char* to, char32_t character) {
-    const auto add = [&](char32_t byte) { *to++ = static_cast<char>(byte); };
-    if (character < 0x80) {
-        add(character);
-    } else if (character < 0x800) {
-        add(0xC0 | (character >> 6U));
-        add(0x80 | (character & 0x3FU));
-    } else if (character < 0x10000) {
-        add(0xE0 | (character >> 12U));
-        add(0x80 | ((character >> 6U) & 0x3FU));
-        add(0x80 | (character & 0x3FU));
-    } else {
-        add(0xF0 | (character >> 18U));
-        add(0x80 | ((character >> 12U) & 0x3FU));
-        add(0x80 | ((character >> 6U) & 0x3FU));
-        add(0x80 | (character & 0x3FU));
-    }
-    return to;
-}
-
-/// The character that begins at `at`, which moves to its last unit; U+FFFD for what is none that XML
-/// can carry.
-char32_t characterAt(const Pegasus::Char16* units, std::size_t size, std::size_t& at) {
-    const char32_t unit = units[at];
-    if (unit >= 0xFFFE) {
-        return replacement;
-    }
-    if (!isSurrogate(unit)) {
-        return unit;
-    }
-    const char32_t next = at + 1 < size ? char32_t{units[at + 1]} : U'\0';
-    if (unit >= 0xDC00 || next < 0xDC00 || next > 0xDFFF) {
-        return replacement;
-    }
-    ++at;
-    return 0x10000 + ((unit - 0xD800) << 10U) + (next - 0xDC00);
-}
 
 /// Whether an ASCII character stands for itself wherever it is.
 constexpr std::array<bool, 128> makePlain() {
@@ -77,7 +36,7 @@ char* escape(char* to, char character) {
     const auto add = [&](std::string_view text) { return std::copy(text.begin(), text.end(), to); };
     switch (character) {
         case '\0':
-            return encodeUtf8(to, replacement);
+            return base::writeUtf8(base::replacementCharacter, to);
         case '&':
             return add("&amp;");
         case '<':
@@ -118,7 +77,9 @@ void appendEscaped(std::string& out, const Unit* units, std::size_t size) {
             } else if constexpr (std::is_same_v<Unit, char>) {
                 *to++ = units[i];
             } else {
-                to = encodeUtf8(to, characterAt(units, size, i));
+                const Unit* next = units + i;
+                to = base::writeUtf8(carriedCharacter(base::readUtf16(next, units + size)), to);
+                i = static_cast<std::size_t>(next - units) - 1;
             }
             afterPlainSpace = plainSpace;
         }
@@ -128,19 +89,16 @@ void appendEscaped(std::string& out, const Unit* units, std::size_t size) {
 
 /// The character that the digits of a numeric reference name.
 std::optional<char32_t> numericReference(std::string_view digits) {
-    int base = 10;
+    unsigned radix = 10;
     if (!digits.empty() && digits.front() == 'x') {
         digits.remove_prefix(1);
-        base = 16;
+        radix = 16;
     }
-    unsigned value = 0;
-    const char* const end = digits.data() + digits.size();
-    const auto [rest, error] = std::from_chars(digits.data(), end, value, base);
-    if (error != std::errc() || rest != end || value == 0 || value > lastCharacter ||
-        isSurrogate(value)) {
+    const auto code = base::parseDigits<std::uint32_t>(digits, radix);
+    if (!code || *code == 0 || *code > base::lastCodePoint || base::isSurrogate(*code)) {
         return std::nullopt;
     }
-    return value;
+    return *code;
 }
 
 /// The character that a reference (what stands between & and ;) names.
@@ -166,38 +124,7 @@ std::optional<char32_t> reference(std::string_view name) {
     return std::nullopt;
 }
 
-/// Length of the UTF-8 sequence at the start of `text`, or 0 if none stands there.
-std::size_t sequenceLength(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const auto continues = [&](std::size_t i, unsigned low = 0x80, unsigned high = 0xBF) {
-        return i < text.size() && byte(i) >= low && byte(i) <= high;
-    };
-    const unsigned lead = byte(0);
-    if (lead < 0x80) {
-        return 1;
-    }
-    if (lead >= 0xC2 && lead <= 0xDF) {
-        return continues(1) ? 2 : 0;
-    }
-    if (lead >= 0xE0 && lead <= 0xEF) {
-        const unsigned low = lead == 0xE0 ? 0xA0 : 0x80;
-        const unsigned high = lead == 0xED ? 0x9F : 0xBF;
-        return continues(1, low, high) && continues(2) ? 3 : 0;
-    }
-    if (lead >= 0xF0 && lead <= 0xF4) {
-        const unsigned low = lead == 0xF0 ? 0x90 : 0x80;
-        const unsigned high = lead == 0xF4 ? 0x8F : 0xBF;
-        return continues(1, low, high) && continues(2) && continues(3) ? 4 : 0;
-    }
-    return 0;
-}
-
 }  // namespace
-
-void appendUtf8(std::string& out, char32_t character) {
-    std::array<char, 4> bytes{};
-    out.append(bytes.data(), encodeUtf8(bytes.data(), character));
-}
 
 void appendText(std::string& out, const Pegasus::String& text) {
     appendEscaped(out, text.getChar16Data(), text.size());
@@ -240,36 +167,9 @@ void appendDecoded(std::string& out, std::string_view raw) {
             throw XmlError(XmlFault::notWellFormed,
                            "unknown reference \"&" + std::string(raw.substr(0, semicolon)) + "\"");
         }
-        appendUtf8(out, *character);
+        base::appendUtf8(out, *character);
         raw.remove_prefix(semicolon + 1);
     }
-}
-
-bool isUtf8(std::string_view text) {
-    while (!text.empty()) {
-        const std::size_t length = sequenceLength(text);
-        if (length == 0) {
-            return false;
-        }
-        text.remove_prefix(length);
-    }
-    return true;
-}
-
-std::string toUtf8(const Pegasus::String& text) {
-    std::string utf8;
-    const std::size_t size = text.size();
-    for (std::size_t i = 0; i < size; ++i) {
-        appendUtf8(utf8, characterAt(text.getChar16Data(), size, i));
-    }
-    return utf8;
-}
-
-Pegasus::String fromUtf8(std::string_view utf8) {
-    if (!isUtf8(utf8)) {
-        throw XmlError(XmlFault::notWellFormed, "text is not UTF-8");
-    }
-    return {utf8.data(), static_cast<Pegasus::Uint32>(utf8.size())};
 }
 
 }  // namespace wire

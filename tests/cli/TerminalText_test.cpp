@@ -1,28 +1,28 @@
 // SPDX-License-Identifier: MIT
-#include "cli/Text.h"
+#include "cli/TerminalText.h"
 
 #include <gtest/gtest.h>
 
 namespace usbhcdiag {
 namespace {
 
-TEST(Text, ReplacesEveryControlCharacter) {
+TEST(TerminalText, ReplacesEveryControlCharacter) {
     EXPECT_EQ(withoutControls("a\x1B[31mb\tc\r\n\x7F"), "a\uFFFD[31mb\uFFFDc\uFFFD\uFFFD\uFFFD");
     EXPECT_EQ(withoutControls("\u0080x\u009B31m\u009F"), "\uFFFDx\uFFFD31m\uFFFD");
     EXPECT_EQ(withoutControls(std::string_view("\0", 1)), "\uFFFD");
 }
 
-TEST(Text, KeepsEverythingElse) {
+TEST(TerminalText, KeepsEverythingElse) {
     EXPECT_EQ(withoutControls("  M\u00FCller\u00A0\u00AE \u65E5 \U0001F50C"),
               "  M\u00FCller\u00A0\u00AE \u65E5 \U0001F50C");
     EXPECT_EQ(withoutControls("cut \xC2"), "cut \xC2");
 }
 
-TEST(Text, ReplacesLineFeedsAlone) {
+TEST(TerminalText, ReplacesLineFeedsAlone) {
     EXPECT_EQ(withoutLineFeeds("a\nb\r\x1B\n"), "a\uFFFDb\r\x1B\uFFFD");
 }
 
-TEST(Text, CountsColumns) {
+TEST(TerminalText, CountsColumns) {
     EXPECT_EQ(displayWidth(""), 0U);
     EXPECT_EQ(displayWidth("usb1"), 4U);
     EXPECT_EQ(displayWidth("M\u00FCller"), 6U);
@@ -30,9 +30,10 @@ TEST(Text, CountsColumns) {
     EXPECT_EQ(displayWidth("e\u0301"), 1U) << "a combining accent";
 }
 
-TEST(Text, CountsWhatIsNotUtf8AsOneColumnEach) {
+TEST(TerminalText, CountsWhatIsNotUtf8AsOneColumnEach) {
     EXPECT_EQ(displayWidth("\xFF\xFE"), 2U);
     EXPECT_EQ(displayWidth("\xE6\x97"), 2U) << "cut";
+    EXPECT_EQ(displayWidth("\xED\xA0\x80"), 3U) << "a surrogate";
 }
 
 }  // namespace

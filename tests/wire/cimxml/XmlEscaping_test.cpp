@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/XmlEscaping.h"
 
 #include <gtest/gtest.h>
 
+#include "base/Utf8.h"
+#include "wire/cimxml/StringConversion.h"
 #include "wire/cimxml/XmlError.h"
 
 using namespace wire;
@@ -50,18 +52,18 @@ std::string whatIsWrong(std::string_view raw) {
 
 }  // namespace
 
-TEST(XmlText, writesTheFivePredefinedEntities) {
+TEST(XmlEscaping, writesTheFivePredefinedEntities) {
     EXPECT_EQ(written("<a>&\"q\"'s'"), "&lt;a&gt;&amp;&quot;q&quot;&apos;s&apos;");
 }
 
-TEST(XmlText, writesControlCharactersAsReferences) {
+TEST(XmlEscaping, writesControlCharactersAsReferences) {
     EXPECT_EQ(written("a\x01"
                       "b\tc\nd\re\x1f"
                       "f\x7fg"),
               "a&#1;b&#9;c&#10;d&#13;e&#31;f&#127;g");
 }
 
-TEST(XmlText, writesSpacesThatReadersDropAsReferences) {
+TEST(XmlEscaping, writesSpacesThatReadersDropAsReferences) {
     EXPECT_EQ(written("two  spaces"), "two &#32;spaces");
     EXPECT_EQ(written(" first"), "&#32;first");
     EXPECT_EQ(written("last "), "last&#32;");
@@ -71,13 +73,13 @@ TEST(XmlText, writesSpacesThatReadersDropAsReferences) {
     EXPECT_EQ(written("one space"), "one space");
 }
 
-TEST(XmlText, writesEverythingElseAsUtf8) {
+TEST(XmlEscaping, writesEverythingElseAsUtf8) {
     EXPECT_EQ(written("caf\u00e9 \u20ac \U0001F600"), "caf\u00e9 \u20ac \U0001F600");
     EXPECT_EQ(writtenUnits({0x93}), "\u0093");
     EXPECT_EQ(writtenUnits({0xD83D, 0xDE00}), "\U0001F600");
 }
 
-TEST(XmlText, replacesWhatXmlCannotCarry) {
+TEST(XmlEscaping, replacesWhatXmlCannotCarry) {
     EXPECT_EQ(writtenUnits({'a', 0, 'b'}), "a\ufffdb");
     EXPECT_EQ(writtenUnits({'a', 0xD83D}), "a\ufffd") << "half a pair at the end";
     EXPECT_EQ(writtenUnits({0xD83D, 'b'}), "\ufffdb") << "half a pair before a letter";
@@ -85,23 +87,23 @@ TEST(XmlText, replacesWhatXmlCannotCarry) {
     EXPECT_EQ(writtenUnits({0xFFFE, 0xFFFF}), "\ufffd\ufffd");
 }
 
-TEST(XmlText, whatGoesOutComesBack) {
+TEST(XmlEscaping, whatGoesOutComesBack) {
     std::string everything;
     for (char32_t c = 1; c < 0x3000; ++c) {
-        appendUtf8(everything, c);
+        base::appendUtf8(everything, c);
     }
     everything += "  two  three   \U0010FFFD  ";
     EXPECT_EQ(decoded(written(everything)), everything);
 }
 
-TEST(XmlText, writesAttributes) {
+TEST(XmlEscaping, writesAttributes) {
     std::string out;
     appendAttribute(out, "NAME", std::string_view("a \"b\""));
     appendAttribute(out, "ID", Pegasus::String("x'y"));
     EXPECT_EQ(out, " NAME=\"a &quot;b&quot;\" ID=\"x&apos;y\"");
 }
 
-TEST(XmlText, decodesReferences) {
+TEST(XmlEscaping, decodesReferences) {
     EXPECT_EQ(decoded("&lt;&gt;&amp;&quot;&apos;"), "<>&\"'");
     EXPECT_EQ(decoded("a&#65;&#x41;&#x6a;&#x6A;"), "aAAjj");
     EXPECT_EQ(decoded("&#233;&#xE9;&#8364;&#x1F600;"), "\u00e9\u00e9\u20ac\U0001F600");
@@ -111,7 +113,7 @@ TEST(XmlText, decodesReferences) {
     EXPECT_EQ(decoded(""), "");
 }
 
-TEST(XmlText, refusesOtherReferences) {
+TEST(XmlEscaping, refusesOtherReferences) {
     EXPECT_EQ(whatIsWrong("a&nbsp;b"), "unknown reference \"&nbsp\"");
     EXPECT_EQ(whatIsWrong("&#0;"), "unknown reference \"&#0\"");
     EXPECT_EQ(whatIsWrong("&#x110000;"), "unknown reference \"&#x110000\"");
@@ -124,35 +126,4 @@ TEST(XmlText, refusesOtherReferences) {
     EXPECT_EQ(whatIsWrong("&;"), "unknown reference \"&\"");
     EXPECT_EQ(whatIsWrong("tea & coffee"), "unknown reference \"& coffee\"");
     EXPECT_EQ(whatIsWrong("tea &"), "unknown reference \"&\"");
-}
-
-TEST(XmlText, knowsUtf8) {
-    EXPECT_TRUE(isUtf8(""));
-    EXPECT_TRUE(isUtf8("a\u00e9\u20ac\U0001F600\U0010FFFF"));
-    EXPECT_FALSE(isUtf8("a\x93")) << "a lone byte";
-    EXPECT_FALSE(isUtf8("\xC3")) << "cut off";
-    EXPECT_FALSE(isUtf8("\xE2\x82")) << "cut off";
-    EXPECT_FALSE(isUtf8("\xF0\x9F\x98")) << "cut off";
-    EXPECT_FALSE(isUtf8("\xE2(\xA1")) << "no continuation";
-    EXPECT_FALSE(isUtf8("\xC0\x80")) << "overlong";
-    EXPECT_FALSE(isUtf8("\xE0\x80\x80")) << "overlong";
-    EXPECT_FALSE(isUtf8("\xF0\x80\x80\x80")) << "overlong";
-    EXPECT_FALSE(isUtf8("\xED\xA0\x80")) << "a surrogate";
-    EXPECT_FALSE(isUtf8("\xF4\x90\x80\x80")) << "beyond the last character";
-    EXPECT_FALSE(isUtf8("\xFF"));
-    EXPECT_TRUE(isUtf8("\xED\x9F\xBF\xEE\x80\x80")) << "around the surrogates";
-}
-
-TEST(XmlText, stringsOfOtherBytesAreRefused) {
-    try {
-        fromUtf8("a\x93z");
-        FAIL();
-    } catch (const XmlError& error) {
-        EXPECT_STREQ(error.what(), "text is not UTF-8");
-    }
-}
-
-TEST(XmlText, givesUtf8OfAnyString) {
-    EXPECT_EQ(toUtf8(fromUtf8("a  \u20ac<")), "a  \u20ac<");
-    EXPECT_EQ(toUtf8(fromUnits({0xD83D})), "\ufffd");
 }

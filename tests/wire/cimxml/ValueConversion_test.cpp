@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "wire/cimxml/ValueText.h"
+#include "wire/cimxml/ValueConversion.h"
 
 #include <limits>
 
 #include <Pegasus/Common/Array.h>
 #include <gtest/gtest.h>
 
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/StringConversion.h"
 
 using namespace wire;
 
@@ -52,7 +52,7 @@ void expectRange(Pegasus::CIMType type, const std::string& below, const std::str
 
 }  // namespace
 
-TEST(ValueText, knowsTypesByName) {
+TEST(ValueConversion, knowsTypesByName) {
     EXPECT_EQ(typeOfName("boolean"), Pegasus::CIMTYPE_BOOLEAN);
     EXPECT_EQ(typeOfName("uint16"), Pegasus::CIMTYPE_UINT16);
     EXPECT_EQ(typeOfName("reference"), Pegasus::CIMTYPE_REFERENCE);
@@ -61,7 +61,7 @@ TEST(ValueText, knowsTypesByName) {
     EXPECT_EQ(typeOfName("object"), std::nullopt);
 }
 
-TEST(ValueText, readsBooleansInAnyCase) {
+TEST(ValueConversion, readsBooleansInAnyCase) {
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_BOOLEAN, "TRUE"), "TRUE");
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_BOOLEAN, "true"), "TRUE");
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_BOOLEAN, "False"), "FALSE");
@@ -70,7 +70,7 @@ TEST(ValueText, readsBooleansInAnyCase) {
     EXPECT_EQ(whatIsWrong(Pegasus::CIMTYPE_BOOLEAN, ""), "\"\" is not a valid boolean");
 }
 
-TEST(ValueText, keepsIntegersWithinTheirRange) {
+TEST(ValueConversion, keepsIntegersWithinTheirRange) {
     expectRange<Pegasus::Uint8>(Pegasus::CIMTYPE_UINT8, "-1", "0", "255", "256");
     expectRange<Pegasus::Sint8>(Pegasus::CIMTYPE_SINT8, "-129", "-128", "127", "128");
     expectRange<Pegasus::Uint16>(Pegasus::CIMTYPE_UINT16, "-1", "0", "65535", "65536");
@@ -85,7 +85,7 @@ TEST(ValueText, keepsIntegersWithinTheirRange) {
                                  "9223372036854775808");
 }
 
-TEST(ValueText, readsHexadecimalAndSigns) {
+TEST(ValueConversion, readsHexadecimalAndSigns) {
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_UINT16, "0x10"), "16");
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_UINT16, "0XfF"), "255");
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_SINT16, "-0x10"), "-16");
@@ -94,7 +94,7 @@ TEST(ValueText, readsHexadecimalAndSigns) {
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_UINT16, "-0"), "0");
 }
 
-TEST(ValueText, refusesTextThatIsNoInteger) {
+TEST(ValueConversion, refusesTextThatIsNoInteger) {
     for (const char* text :
          {"", "seven", "7 ", " 7", "7.0", "7e1", "0x", "0xg", "--7", "+-7", "x7"}) {
         EXPECT_EQ(whatIsWrong(Pegasus::CIMTYPE_UINT16, text),
@@ -102,7 +102,7 @@ TEST(ValueText, refusesTextThatIsNoInteger) {
     }
 }
 
-TEST(ValueText, readsReals) {
+TEST(ValueConversion, readsReals) {
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_REAL64, "-2.5e10"), "-2.5000000000000000e+10");
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_REAL32, "1.5"), "1.5000000000000000e+00");
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_REAL64, "42"), "4.2000000000000000e+01");
@@ -113,7 +113,7 @@ TEST(ValueText, readsReals) {
     EXPECT_EQ(whatIsWrong(Pegasus::CIMTYPE_REAL32, "1e39"), "\"1e39\" is not a valid real32");
 }
 
-TEST(ValueText, readsOneCharacter) {
+TEST(ValueConversion, readsOneCharacter) {
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_CHAR16, "\u20ac"), "\u20ac");
     EXPECT_EQ(whatIsWrong(Pegasus::CIMTYPE_CHAR16, ""), "\"\" is not a valid char16");
     EXPECT_EQ(whatIsWrong(Pegasus::CIMTYPE_CHAR16, "ab"), "\"ab\" is not a valid char16");
@@ -121,7 +121,7 @@ TEST(ValueText, readsOneCharacter) {
               "\"\U0001F600\" is not a valid char16");
 }
 
-TEST(ValueText, readsTimes) {
+TEST(ValueConversion, readsTimes) {
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_DATETIME, "20020308070100.000000-240"),
               "20020308070100.000000-240");
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_DATETIME, "00000001020304.000005:000"),
@@ -129,18 +129,18 @@ TEST(ValueText, readsTimes) {
     EXPECT_EQ(whatIsWrong(Pegasus::CIMTYPE_DATETIME, "today"), "\"today\" is not a valid datetime");
 }
 
-TEST(ValueText, readsStringsAsTheyAre) {
+TEST(ValueConversion, readsStringsAsTheyAre) {
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_STRING, ""), "");
     EXPECT_EQ(parsed(Pegasus::CIMTYPE_STRING, " \u00e9 "), " \u00e9 ");
 }
 
-TEST(ValueText, referencesHaveNoText) {
+TEST(ValueConversion, referencesHaveNoText) {
     EXPECT_EQ(whatIsWrong(Pegasus::CIMTYPE_REFERENCE, "A.b=1"),
               "\"A.b=1\" is not a valid reference");
     EXPECT_THROW(parseArray(Pegasus::CIMTYPE_REFERENCE, {}), MalformedValue);
 }
 
-TEST(ValueText, longTextsAreQuotedInPart) {
+TEST(ValueConversion, longTextsAreQuotedInPart) {
     EXPECT_EQ(whatIsWrong(Pegasus::CIMTYPE_UINT16, std::string(64, 'x')),
               "\"" + std::string(64, 'x') + "\" is not a valid uint16");
     EXPECT_EQ(whatIsWrong(Pegasus::CIMTYPE_UINT16, std::string(65, 'x')),
@@ -150,7 +150,7 @@ TEST(ValueText, longTextsAreQuotedInPart) {
         << "no character is cut in two";
 }
 
-TEST(ValueText, readsArrays) {
+TEST(ValueConversion, readsArrays) {
     Pegasus::Array<Pegasus::Uint16> numbers;
     parseArray(Pegasus::CIMTYPE_UINT16, {"1", "0x2", "3"}).get(numbers);
     ASSERT_EQ(numbers.size(), 3U);
@@ -162,7 +162,7 @@ TEST(ValueText, readsArrays) {
     EXPECT_THROW(parseArray(Pegasus::CIMTYPE_UINT16, {"1", "two"}), MalformedValue);
 }
 
-TEST(ValueText, writesEachType) {
+TEST(ValueConversion, writesEachType) {
     EXPECT_EQ(written(true), "TRUE");
     EXPECT_EQ(written(false), "FALSE");
     EXPECT_EQ(written(Pegasus::Real32(1.5)), "1.5000000e+00");

@@ -1,22 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "cli/Text.h"
+#include "cli/TerminalText.h"
 
 #include <clocale>
 #include <cwchar>
 
+#include "base/Utf8.h"
+
 namespace usbhcdiag {
 namespace {
 
-constexpr std::string_view replacement = "\xEF\xBF\xBD";  // U+FFFD
-
-bool isControl(unsigned char byte) {
-    return byte < 0x20 || byte == 0x7F;
-}
-
-/// Whether a C1 control (U+0080 to U+009F, two bytes) stands at `index`.
-bool isLongControl(std::string_view text, size_t index) {
-    return text[index] == '\xC2' && index + 1 < text.size() &&
-           static_cast<unsigned char>(text[index + 1]) < 0xA0;
+bool isControl(char32_t character) {
+    return character < 0x20 || (character >= 0x7F && character < 0xA0);
 }
 
 /// The system's knowledge of characters, whatever the user's locale is.
@@ -30,15 +24,15 @@ locale_t characterLocale() {
 std::string withoutControls(std::string_view text) {
     std::string result;
     result.reserve(text.size());
-    for (size_t i = 0; i < text.size(); ++i) {
-        if (isControl(static_cast<unsigned char>(text[i]))) {
-            result += replacement;
-        } else if (isLongControl(text, i)) {
-            result += replacement;
-            ++i;
+    while (!text.empty()) {
+        const base::Utf8Sequence sequence = base::readUtf8(text.data(), text.size());
+        const std::size_t length = sequence.length > 0 ? sequence.length : 1;
+        if (sequence.length > 0 && isControl(sequence.code)) {
+            base::appendUtf8(result, base::replacementCharacter);
         } else {
-            result += text[i];
+            result += text.substr(0, length);
         }
+        text.remove_prefix(length);
     }
     return result;
 }
@@ -48,7 +42,7 @@ std::string withoutLineFeeds(std::string_view text) {
     result.reserve(text.size());
     for (const char character : text) {
         if (character == '\n') {
-            result += replacement;
+            base::appendUtf8(result, base::replacementCharacter);
         } else {
             result += character;
         }
@@ -63,17 +57,13 @@ size_t displayWidth(std::string_view text) {
     }
     const locale_t before = ::uselocale(locale);
     size_t width = 0;
-    std::mbstate_t state{};
     while (!text.empty()) {
-        wchar_t character = 0;
-        const size_t length = std::mbrtowc(&character, text.data(), text.size(), &state);
-        const bool isCharacter = length > 0 && length <= text.size();
-        const int columns = isCharacter ? ::wcwidth(character) : 1;
+        const base::Utf8Sequence sequence = base::readUtf8(text.data(), text.size());
+        // What has no column of its own: accents and controls.
+        const int columns =
+            sequence.length > 0 ? ::wcwidth(static_cast<wchar_t>(sequence.code)) : 1;
         width += columns > 0 ? static_cast<size_t>(columns) : 0;
-        if (!isCharacter) {
-            state = {};
-        }
-        text.remove_prefix(isCharacter ? length : 1);
+        text.remove_prefix(sequence.length > 0 ? sequence.length : 1);
     }
     ::uselocale(before);
     return width;

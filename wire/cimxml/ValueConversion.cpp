@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "wire/cimxml/ValueText.h"
+#include "wire/cimxml/ValueConversion.h"
 
 #include <array>
 #include <charconv>
@@ -11,65 +11,24 @@
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/Exception.h>
 
+#include "base/Ascii.h"
+#include "base/Integers.h"
+#include "base/Utf8.h"
+#include "wire/cimxml/StringConversion.h"
 #include "wire/cimxml/ValueTypes.h"
 #include "wire/cimxml/XmlError.h"
-#include "wire/cimxml/XmlText.h"
+#include "wire/cimxml/XmlEscaping.h"
 
 namespace wire {
 
 namespace {
 
 [[noreturn]] void malformed(Pegasus::CIMType type, const std::string& text) {
-    // Enough to recognise the text by, which may be as long as a request; no character is cut.
-    std::size_t shown = 64;
-    while (shown < text.size() && (text[shown] & 0xC0) == 0x80) {
-        --shown;
-    }
-    const std::string excerpt = text.size() <= shown ? text : text.substr(0, shown) + "...";
-    throw MalformedValue("\"" + excerpt + "\" is not a valid " + Pegasus::cimTypeToString(type));
-}
-
-bool equalsNoCase(std::string_view text, std::string_view upperCase) {
-    if (text.size() != upperCase.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if ((c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c) != upperCase[i]) {
-            return false;
-        }
-    }
-    return true;
-}
-
-/// An integer, decimal or hexadecimal, with an optional sign before either.
-template <typename T>
-std::optional<T> parseInteger(std::string_view text) {
-    bool negative = false;
-    if (!text.empty() && (text.front() == '+' || text.front() == '-')) {
-        negative = text.front() == '-';
-        text.remove_prefix(1);
-    }
-    int base = 10;
-    if (text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X')) {
-        text.remove_prefix(2);
-        base = 16;
-    }
-    Pegasus::Uint64 magnitude = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, magnitude, base);
-    if (error != std::errc() || rest != end) {
-        return std::nullopt;
-    }
-    const auto largest = static_cast<Pegasus::Uint64>(std::numeric_limits<T>::max());
-    if (!negative) {
-        return magnitude <= largest ? std::optional<T>(static_cast<T>(magnitude)) : std::nullopt;
-    }
-    const Pegasus::Uint64 mostNegative = std::is_signed_v<T> ? largest + 1 : 0;
-    if (magnitude > mostNegative) {
-        return std::nullopt;
-    }
-    return static_cast<T>(0 - magnitude);
+    // Enough to recognise the text by, which may be as long as a request.
+    constexpr std::size_t longest = 64;
+    const std::string_view shown = base::utf8Prefix(text, longest);
+    throw MalformedValue("\"" + std::string(shown) + (shown.size() < text.size() ? "..." : "") +
+                         "\" is not a valid " + Pegasus::cimTypeToString(type));
 }
 
 /// A decimal real: none of the other forms that strtod knows.
@@ -111,13 +70,13 @@ template <typename T>
 T parseScalar(Pegasus::CIMType type, const std::string& text) {
     std::optional<T> value;
     if constexpr (std::is_same_v<T, Pegasus::Boolean>) {
-        if (equalsNoCase(text, "TRUE")) {
+        if (base::equalIgnoringCase(text, "TRUE")) {
             value = true;
-        } else if (equalsNoCase(text, "FALSE")) {
+        } else if (base::equalIgnoringCase(text, "FALSE")) {
             value = false;
         }
     } else if constexpr (std::is_integral_v<T>) {
-        value = parseInteger<T>(text);
+        value = base::parseInteger<T>(text);
     } else if constexpr (std::is_floating_point_v<T>) {
         value = parseReal<T>(text);
     } else if constexpr (std::is_same_v<T, Pegasus::Char16>) {

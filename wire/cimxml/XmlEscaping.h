@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Text in XML: how characters are written and read, so that what goes out comes back.
+// Escaping text for XML and back, so that what goes out comes back.
 // Functions without state; any thread may call them.
 #pragma once
 
@@ -31,18 +31,5 @@ void appendAttribute(std::string& out, std::string_view name, const Pegasus::Str
 /// reference, and for one to a character that XML cannot carry; control characters other than NUL
 /// are taken, since servers send them.
 void appendDecoded(std::string& out, std::string_view raw);
-
-/// Appends one character as UTF-8.
-void appendUtf8(std::string& out, char32_t character);
-
-/// Whether all of `text` is UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
-bool isUtf8(std::string_view text);
-
-/// UTF-8 of a string, for messages and headers; half a surrogate pair, U+FFFE and U+FFFF become
-/// U+FFFD.
-std::string toUtf8(const Pegasus::String& text);
-
-/// A string of UTF-8. Throws XmlError (notWellFormed) for bytes that are not UTF-8.
-Pegasus::String fromUtf8(std::string_view utf8);
 
 }  // namespace wire
