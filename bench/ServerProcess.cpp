@@ -76,19 +76,15 @@ KeptConnection::KeptConnection(std::uint16_t port) : socket_(socket(AF_INET, SOC
     address.sin_family = AF_INET;
     address.sin_port = htons(port);
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    if (connect(socket_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) {
+    if (connect(socket_.get(), reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) {
         throw std::runtime_error("cannot connect");
     }
     const int yes = 1;
-    setsockopt(socket_, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
-}
-
-KeptConnection::~KeptConnection() {
-    close(socket_);
+    setsockopt(socket_.get(), IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
 }
 
 const std::string& KeptConnection::exchange(const std::string& request) {
-    if (send(socket_, request.data(), request.size(), MSG_NOSIGNAL) !=
+    if (send(socket_.get(), request.data(), request.size(), MSG_NOSIGNAL) !=
         static_cast<ssize_t>(request.size())) {
         throw std::runtime_error("cannot send");
     }
@@ -96,7 +92,7 @@ const std::string& KeptConnection::exchange(const std::string& request) {
     std::array<char, 32768> buffer;
     std::size_t whole = 0;
     while (whole == 0 || response_.size() < whole) {
-        const ssize_t count = recv(socket_, buffer.data(), buffer.size(), 0);
+        const ssize_t count = recv(socket_.get(), buffer.data(), buffer.size(), 0);
         if (count <= 0) {
             throw std::runtime_error("the server closed");
         }

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "base/FileDescriptor.h"
+
 /// Runs from construction, which waits until the server says where it listens, to destruction.
 class ServerProcess {
 public:
@@ -32,15 +34,12 @@ private:
 class KeptConnection {
 public:
     explicit KeptConnection(std::uint16_t port);
-    ~KeptConnection();
-    KeptConnection(const KeptConnection&) = delete;
-    KeptConnection& operator=(const KeptConnection&) = delete;
 
     /// Sends a request and returns the response, valid until the next call. Throws
     /// std::runtime_error for anything but status 200.
     const std::string& exchange(const std::string& request);
 
 private:
-    int socket_;
+    base::FileDescriptor socket_;
     std::string response_;
 };

@@ -16,6 +16,8 @@
 #include <memory>
 #include <utility>
 
+#include "base/FileDescriptor.h"
+
 namespace devicelist {
 
 namespace {
@@ -27,34 +29,25 @@ namespace {
 /// Holds a file or folder itself, whatever is mounted over its name later.
 class HeldPath {
 public:
-    explicit HeldPath(const std::string& path) : number_(open(path.c_str(), O_PATH | O_CLOEXEC)) {
-        if (number_ < 0) {
+    explicit HeldPath(const std::string& path) : held_(open(path.c_str(), O_PATH | O_CLOEXEC)) {
+        if (!held_.isOpen()) {
             fail("cannot open " + path);
         }
     }
-    ~HeldPath() { close(number_); }
-    HeldPath(const HeldPath&) = delete;
-    HeldPath& operator=(const HeldPath&) = delete;
 
-    int number() const { return number_; }
+    int number() const { return held_.get(); }
     /// A path that leads to what is held.
-    std::string path() const { return "/proc/self/fd/" + std::to_string(number_); }
+    std::string path() const { return "/proc/self/fd/" + std::to_string(number()); }
 
 private:
-    int number_;
+    base::FileDescriptor held_;
 };
 
 void writeFile(const std::string& path, const std::string& text, int flags = 0) {
     constexpr mode_t readable = 0444;
-    const int file = open(path.c_str(), O_WRONLY | O_CLOEXEC | flags, readable);
-    const bool written =
-        file >= 0 && write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
-    const int reason = errno;
-    if (file >= 0) {
-        close(file);
-    }
-    if (!written) {
-        errno = reason;
+    const base::FileDescriptor file(open(path.c_str(), O_WRONLY | O_CLOEXEC | flags, readable));
+    if (!file.isOpen() ||
+        write(file.get(), text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
         fail("cannot write " + path);
     }
 }

@@ -112,13 +112,12 @@ PrivateDeviceList::Pipe::Pipe(std::string_view content) {
     coverFolder();
     const char* path = base::deviceListPath;
     expect(mkfifo(path, S_IRUSR | S_IWUSR) == 0, "mkfifo");
-    end_ = open(path, O_RDWR | O_CLOEXEC);
-    expect(end_ >= 0, "open");
-    const ssize_t written = write(end_, content.data(), content.size());
+    end_ = base::FileDescriptor(open(path, O_RDWR | O_CLOEXEC));
+    expect(end_.isOpen(), "open");
+    const ssize_t written = write(end_.get(), content.data(), content.size());
     expect(written == static_cast<ssize_t>(content.size()), "write");
 }
 
 PrivateDeviceList::Pipe::~Pipe() {
-    close(end_);
     uncoverFolder();
 }

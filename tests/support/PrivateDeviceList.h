@@ -5,6 +5,8 @@
 
 #include <string_view>
 
+#include "base/FileDescriptor.h"
+
 /// The USB device list that only this test program sees, at the path that the code under test
 /// opens.
 ///
@@ -50,6 +52,6 @@ public:
         Pipe& operator=(const Pipe&) = delete;
 
     private:
-        int end_;
+        base::FileDescriptor end_;
     };
 };

@@ -6,7 +6,6 @@
 #include <poll.h>
 #include <strings.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <array>
 #include <cerrno>
@@ -20,24 +19,19 @@ constexpr std::string_view endOfHeader = "\r\n\r\n";
 
 }  // namespace
 
-RawConnection::RawConnection(std::uint16_t port) : descriptor_(socket(AF_INET, SOCK_STREAM, 0)) {
+RawConnection::RawConnection(std::uint16_t port) : socket_(socket(AF_INET, SOCK_STREAM, 0)) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(port);
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    if (connect(descriptor_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) {
-        close(descriptor_);
+    if (connect(socket_.get(), reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) {
         throw std::runtime_error("cannot connect to port " + std::to_string(port));
     }
 }
 
-RawConnection::~RawConnection() {
-    close(descriptor_);
-}
-
 bool RawConnection::send(std::string_view bytes) {
     while (!bytes.empty()) {
-        const ssize_t count = ::send(descriptor_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        const ssize_t count = ::send(socket_.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
         if (count < 0) {
             return false;
         }
@@ -47,16 +41,16 @@ bool RawConnection::send(std::string_view bytes) {
 }
 
 void RawConnection::finishSending() {
-    shutdown(descriptor_, SHUT_WR);
+    shutdown(socket_.get(), SHUT_WR);
 }
 
 bool RawConnection::readMore() {
-    pollfd polled{descriptor_, POLLIN, 0};
+    pollfd polled{socket_.get(), POLLIN, 0};
     if (poll(&polled, 1, patience) == 0) {
         throw std::runtime_error("the server neither answers nor closes");
     }
     std::array<char, 65536> buffer{};
-    const ssize_t count = recv(descriptor_, buffer.data(), buffer.size(), 0);
+    const ssize_t count = recv(socket_.get(), buffer.data(), buffer.size(), 0);
     if (count <= 0) {
         return false;
     }
@@ -90,7 +84,7 @@ std::string RawConnection::readResponse() {
 }
 
 bool RawConnection::closesWithin(std::chrono::milliseconds time) {
-    pollfd polled{descriptor_, POLLIN, 0};
+    pollfd polled{socket_.get(), POLLIN, 0};
     return poll(&polled, 1, static_cast<int>(time.count())) == 1 && !readMore();
 }
 

@@ -8,14 +8,13 @@
 #include <string>
 #include <string_view>
 
+#include "base/FileDescriptor.h"
+
 /// Connected from construction to destruction. Throws std::runtime_error if it cannot connect, or
 /// if the server neither sends nor closes for ten seconds.
 class RawConnection {
 public:
     explicit RawConnection(std::uint16_t port);
-    ~RawConnection();
-    RawConnection(const RawConnection&) = delete;
-    RawConnection& operator=(const RawConnection&) = delete;
 
     /// Sends all bytes. Returns false if the server has closed the connection.
     bool send(std::string_view bytes);
@@ -35,7 +34,7 @@ public:
 private:
     bool readMore();
 
-    int descriptor_;
+    base::FileDescriptor socket_;
     std::string received_;
 };
 

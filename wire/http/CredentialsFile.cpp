@@ -11,6 +11,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "base/FileDescriptor.h"
+
 namespace wire {
 
 namespace {
@@ -25,18 +27,15 @@ constexpr std::size_t largestFile = 64UL * 1024;
 class File {
 public:
     explicit File(const std::string& path)
-        : path_(path), descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
-        if (descriptor_ < 0) {
+        : path_(path), file_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+        if (!file_.isOpen()) {
             fail(path_, std::generic_category().message(errno));
         }
     }
-    ~File() { close(descriptor_); }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
 
     void checkPrivate() const {
         struct stat status {};
-        if (fstat(descriptor_, &status) != 0) {
+        if (fstat(file_.get(), &status) != 0) {
             fail(path_, std::generic_category().message(errno));
         }
         if (!S_ISREG(status.st_mode)) {
@@ -54,7 +53,7 @@ public:
         std::string content;
         std::array<char, 4096> buffer{};
         while (true) {
-            const ssize_t count = ::read(descriptor_, buffer.data(), buffer.size());
+            const ssize_t count = ::read(file_.get(), buffer.data(), buffer.size());
             if (count < 0) {
                 fail(path_, std::generic_category().message(errno));
             }
@@ -70,7 +69,7 @@ public:
 
 private:
     const std::string& path_;
-    int descriptor_;
+    base::FileDescriptor file_;
 };
 
 }  // namespace

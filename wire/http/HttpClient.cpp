@@ -16,6 +16,7 @@
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>
 
+#include "base/FileDescriptor.h"
 #include "wire/http/SocketStream.h"
 
 namespace wire {
@@ -62,22 +63,23 @@ int awaitConnection(int socket, milliseconds time) {
     return error;
 }
 
-/// A connected, blocking socket, or -1 with `error` set.
-int connectTo(const addrinfo& address, milliseconds time, int& error) {
-    const int socket = ::socket(address.ai_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    if (socket < 0) {
+/// A connected, blocking socket, or none with `error` set.
+base::FileDescriptor connectTo(const addrinfo& address, milliseconds time, int& error) {
+    base::FileDescriptor socket(
+        ::socket(address.ai_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    if (!socket.isOpen()) {
         error = errno;
-        return -1;
+        return socket;
     }
-    error = ::connect(socket, address.ai_addr, address.ai_addrlen) == 0 ? 0 : errno;
+    error = ::connect(socket.get(), address.ai_addr, address.ai_addrlen) == 0 ? 0 : errno;
     if (error == EINPROGRESS) {
-        error = awaitConnection(socket, time);
+        error = awaitConnection(socket.get(), time);
     }
     if (error != 0) {
-        close(socket);
-        return -1;
+        socket.close();
+        return socket;
     }
-    fcntl(socket, F_SETFL, fcntl(socket, F_GETFL) & ~O_NONBLOCK);
+    fcntl(socket.get(), F_SETFL, fcntl(socket.get(), F_GETFL) & ~O_NONBLOCK);
     return socket;
 }
 
@@ -96,8 +98,10 @@ std::string endText(StreamEnd end) {
 
 class HttpClient::Connection {
 public:
-    Connection(int socket, const HttpClientLimits& limits)
-        : limits_(limits), stream_(socket, precision), buffer_(limits.headerBytes + chunk) {}
+    Connection(base::FileDescriptor socket, const HttpClientLimits& limits)
+        : limits_(limits),
+          stream_(std::move(socket), precision),
+          buffer_(limits.headerBytes + chunk) {}
 
     bool isStale() const { return buffer_.size() > 0 || stream_.isStale(); }
 
@@ -197,9 +201,9 @@ void HttpClient::connect() {
     int error = 0;
     for (const addrinfo* address = addresses.get(); address != nullptr;
          address = address->ai_next) {
-        const int socket = connectTo(*address, limits_.connectTime, error);
-        if (socket >= 0) {
-            connection_ = std::make_unique<Connection>(socket, limits_);
+        base::FileDescriptor socket = connectTo(*address, limits_.connectTime, error);
+        if (socket.isOpen()) {
+            connection_ = std::make_unique<Connection>(std::move(socket), limits_);
             return;
         }
     }

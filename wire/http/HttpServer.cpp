@@ -6,7 +6,6 @@
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -25,6 +24,7 @@
 #include <boost/beast/http/string_body.hpp>
 
 #include "base/Ascii.h"
+#include "base/FileDescriptor.h"
 #include "wire/http/SocketStream.h"
 
 namespace wire {
@@ -98,10 +98,10 @@ unsigned statusOf(const error_code& error) {
 /// One client, from its first request to its last.
 class Connection {
 public:
-    Connection(Shared& shared, int descriptor)
+    Connection(Shared& shared, base::FileDescriptor socket)
         : shared_(shared),
           limits_(shared.limits),
-          stream_(descriptor, precisionFor(shared.limits)),
+          stream_(std::move(socket), precisionFor(shared.limits)),
           buffer_(limits_.headerBytes + chunk) {}
 
     void serve() {
@@ -282,37 +282,13 @@ private:
 /// nobody shuts down its successor of the same number.
 void serveConnection(const std::shared_ptr<Shared>& shared, int descriptor) {
     {
-        Connection connection(*shared, descriptor);
+        Connection connection(*shared, base::FileDescriptor(descriptor));
         connection.serve();
         const std::lock_guard lock(shared->mutex);
         shared->connections.erase(descriptor);
     }
     shared->connectionEnded.notify_all();
 }
-
-/// A descriptor that closes itself.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-    Descriptor& operator=(Descriptor&& other) noexcept {
-        std::swap(number_, other.number_);
-        return *this;
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() {
-        if (number_ >= 0) {
-            close(number_);
-        }
-    }
-
-    int number() const { return number_; }
-    int release() { return std::exchange(number_, -1); }
-
-private:
-    int number_;
-};
 
 /// The socket address of a listening address.
 struct SocketAddress {
@@ -346,32 +322,32 @@ struct SocketAddress {
     socklen_t size = 0;
 };
 
-Descriptor listenAt(const ListenAddress& address) {
+base::FileDescriptor listenAt(const ListenAddress& address) {
     const auto fail = [&](const char* what) {
         throw std::system_error(errno, std::generic_category(),
                                 std::string(what) + " " + address.address() + " port " +
                                     std::to_string(address.port()));
     };
     SocketAddress where(address);
-    Descriptor socket(::socket(where.storage.ss_family, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    if (socket.number() < 0) {
+    base::FileDescriptor socket(::socket(where.storage.ss_family, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    if (!socket.isOpen()) {
         fail("cannot make a socket for");
     }
     const int yes = 1;
-    setsockopt(socket.number(), SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-    if (bind(socket.number(), where.get(), where.size) != 0) {
+    setsockopt(socket.get(), SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    if (bind(socket.get(), where.get(), where.size) != 0) {
         fail("cannot listen at");
     }
-    if (listen(socket.number(), SOMAXCONN) != 0) {
+    if (listen(socket.get(), SOMAXCONN) != 0) {
         fail("cannot listen at");
     }
     return socket;
 }
 
-std::uint16_t portOf(const Descriptor& socket) {
+std::uint16_t portOf(const base::FileDescriptor& socket) {
     sockaddr_storage address{};
     socklen_t size = sizeof address;
-    getsockname(socket.number(), reinterpret_cast<sockaddr*>(&address), &size);
+    getsockname(socket.get(), reinterpret_cast<sockaddr*>(&address), &size);
     return ntohs(address.ss_family == AF_INET6
                      ? reinterpret_cast<const sockaddr_in6&>(address).sin6_port
                      : reinterpret_cast<const sockaddr_in&>(address).sin_port);
@@ -380,11 +356,11 @@ std::uint16_t portOf(const Descriptor& socket) {
 /// Clients beyond the limit, until they have taken note of it.
 class TurnedAway {
 public:
-    void add(Descriptor client) {
+    void add(base::FileDescriptor client) {
         std::string head;
         appendHead(head, {503, {{"Retry-After", "1"}}, {}}, "close");
-        send(client.number(), head.data(), head.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
-        shutdown(client.number(), SHUT_WR);
+        send(client.get(), head.data(), head.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+        shutdown(client.get(), SHUT_WR);
         if (clients_.size() >= mostWaiting) {
             clients_.pop_front();
         }
@@ -393,7 +369,7 @@ public:
 
     void appendTo(std::vector<pollfd>& polled) const {
         for (const Client& client : clients_) {
-            polled.push_back({client.socket.number(), POLLIN, 0});
+            polled.push_back({client.socket.get(), POLLIN, 0});
         }
     }
 
@@ -413,7 +389,7 @@ public:
         clients_.remove_if([&](const Client& client) {
             std::array<char, 4096> dropped{};
             const ssize_t count =
-                recv(client.socket.number(), dropped.data(), dropped.size(), MSG_DONTWAIT);
+                recv(client.socket.get(), dropped.data(), dropped.size(), MSG_DONTWAIT);
             const bool closed = count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR);
             return closed || now >= client.until;
         });
@@ -423,7 +399,7 @@ private:
     static constexpr std::size_t mostWaiting = 64;
 
     struct Client {
-        Descriptor socket;
+        base::FileDescriptor socket;
         SocketStream::Clock::time_point until;
     };
 
@@ -454,9 +430,9 @@ public:
 
     bool stop(milliseconds grace) {
         if (thread_.joinable()) {
-            eventfd_write(wake_.number(), 1);
+            eventfd_write(wake_.get(), 1);
             thread_.join();
-            socket_ = Descriptor(-1);
+            socket_.close();
         }
         std::unique_lock lock(shared_->mutex);
         for (const int connection : shared_->connections) {
@@ -471,7 +447,7 @@ private:
     void run() {
         std::vector<pollfd> polled;
         while (true) {
-            polled.assign({{wake_.number(), POLLIN, 0}, {socket_.number(), POLLIN, 0}});
+            polled.assign({{wake_.get(), POLLIN, 0}, {socket_.get(), POLLIN, 0}});
             turnedAway_.appendTo(polled);
             poll(polled.data(), polled.size(), turnedAway_.patience());
             if (polled[0].revents != 0) {
@@ -485,11 +461,11 @@ private:
     }
 
     void acceptConnection() {
-        Descriptor client(accept4(socket_.number(), nullptr, nullptr, SOCK_CLOEXEC));
-        if (client.number() < 0) {
+        base::FileDescriptor client(accept4(socket_.get(), nullptr, nullptr, SOCK_CLOEXEC));
+        if (!client.isOpen()) {
             if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM) {
                 // The client stays in the queue; asking for it at once again would only burn time.
-                pollfd wake{wake_.number(), POLLIN, 0};
+                pollfd wake{wake_.get(), POLLIN, 0};
                 constexpr int pause = 100;
                 poll(&wake, 1, pause);
             }
@@ -498,26 +474,26 @@ private:
         {
             const std::lock_guard lock(shared_->mutex);
             if (shared_->connections.size() < shared_->limits.connections) {
-                shared_->connections.insert(client.number());
+                shared_->connections.insert(client.get());
             } else {
                 turnedAway_.add(std::move(client));
                 return;
             }
         }
         try {
-            std::thread(serveConnection, shared_, client.number()).detach();
+            std::thread(serveConnection, shared_, client.get()).detach();
             client.release();
         } catch (const std::system_error&) {
             // No thread is to be had.
             const std::lock_guard lock(shared_->mutex);
-            shared_->connections.erase(client.number());
+            shared_->connections.erase(client.get());
             turnedAway_.add(std::move(client));
         }
     }
 
     const std::shared_ptr<Shared> shared_;
-    Descriptor socket_;
-    Descriptor wake_;
+    base::FileDescriptor socket_;
+    base::FileDescriptor wake_;
     std::uint16_t port_;
     std::string url_;
     TurnedAway turnedAway_;  // the listener's thread only

@@ -6,10 +6,10 @@
 #include <sys/socket.h>
 #include <sys/time.h>
 #include <sys/uio.h>
-#include <unistd.h>
 
 #include <array>
 #include <cerrno>
+#include <utility>
 
 namespace wire {
 
@@ -32,17 +32,13 @@ bool isTick() {
 
 // Blocking calls that return every now and then, to look at the clock: one system call for a
 // transfer that does not have to wait, where polling first would take two.
-SocketStream::SocketStream(int descriptor, std::chrono::milliseconds precision)
-    : descriptor_(descriptor) {
+SocketStream::SocketStream(base::FileDescriptor socket, std::chrono::milliseconds precision)
+    : socket_(std::move(socket)) {
     const timeval tick = asTimeval(precision);
     const int yes = 1;
-    setsockopt(descriptor_, SOL_SOCKET, SO_RCVTIMEO, &tick, sizeof tick);
-    setsockopt(descriptor_, SOL_SOCKET, SO_SNDTIMEO, &tick, sizeof tick);
-    setsockopt(descriptor_, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
-}
-
-SocketStream::~SocketStream() {
-    close(descriptor_);
+    setsockopt(socket_.get(), SOL_SOCKET, SO_RCVTIMEO, &tick, sizeof tick);
+    setsockopt(socket_.get(), SOL_SOCKET, SO_SNDTIMEO, &tick, sizeof tick);
+    setsockopt(socket_.get(), IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
 }
 
 void SocketStream::checkDeadline() const {
@@ -54,7 +50,7 @@ void SocketStream::checkDeadline() const {
 std::size_t SocketStream::read(char* buffer, std::size_t size) {
     while (true) {
         checkDeadline();
-        const ssize_t count = recv(descriptor_, buffer, size, 0);
+        const ssize_t count = recv(socket_.get(), buffer, size, 0);
         if (count > 0) {
             return static_cast<std::size_t>(count);
         }
@@ -79,7 +75,7 @@ void SocketStream::write(std::string_view head, std::string_view body) {
         msghdr message{};
         message.msg_iov = parts.data();
         message.msg_iovlen = parts.size();
-        const ssize_t count = sendmsg(descriptor_, &message, MSG_NOSIGNAL);
+        const ssize_t count = sendmsg(socket_.get(), &message, MSG_NOSIGNAL);
         if (count < 0) {
             if (!isTick()) {
                 throw StreamEnded{StreamEnd::failed};
@@ -94,7 +90,7 @@ void SocketStream::write(std::string_view head, std::string_view body) {
 }
 
 void SocketStream::drain() {
-    shutdown(descriptor_, SHUT_WR);
+    shutdown(socket_.get(), SHUT_WR);
     std::array<char, 4096> dropped{};
     try {
         while (true) {
@@ -107,7 +103,7 @@ void SocketStream::drain() {
 
 bool SocketStream::isStale() const {
     char byte = 0;
-    const ssize_t count = recv(descriptor_, &byte, 1, MSG_PEEK | MSG_DONTWAIT);
+    const ssize_t count = recv(socket_.get(), &byte, 1, MSG_PEEK | MSG_DONTWAIT);
     return count >= 0 || !isTick();
 }
 

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "base/FileDescriptor.h"
+
 namespace wire {
 
 /// Why a transfer cannot go on.
@@ -20,16 +22,13 @@ struct StreamEnded {
     StreamEnd why;
 };
 
-/// Reads and writes a socket. Owns the descriptor. One thread at a time.
+/// Reads and writes a socket. One thread at a time.
 class SocketStream {
 public:
     using Clock = std::chrono::steady_clock;
 
     /// `precision`: how late a deadline may be noticed.
-    SocketStream(int descriptor, std::chrono::milliseconds precision);
-    ~SocketStream();
-    SocketStream(const SocketStream&) = delete;
-    SocketStream& operator=(const SocketStream&) = delete;
+    SocketStream(base::FileDescriptor socket, std::chrono::milliseconds precision);
 
     /// For every transfer from now on.
     void setDeadline(Clock::time_point deadline) { deadline_ = deadline; }
@@ -52,7 +51,7 @@ public:
 private:
     void checkDeadline() const;
 
-    int descriptor_;
+    base::FileDescriptor socket_;
     Clock::time_point deadline_ = Clock::time_point::max();
 };
 

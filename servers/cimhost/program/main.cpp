@@ -12,9 +12,11 @@
 #include <optional>
 #include <string>
 #include <system_error>
+#include <utility>
 
 #include <Pegasus/Common/Exception.h>
 
+#include "base/FileDescriptor.h"
 #include "devicelist/DeviceListMount.h"
 #include "devicelist/HostControllers.h"
 #include "options/Completion.h"
@@ -41,20 +43,19 @@ constexpr std::chrono::milliseconds endPatience{1000};
 
 /// Keeps standard output for the one line that says where the host listens: what the provider
 /// library prints there goes to standard error. Returns a descriptor on the real standard output.
-int reserveStandardOutput() {
-    const int output = ::dup(STDOUT_FILENO);
-    if (output < 0 || ::dup2(STDERR_FILENO, STDOUT_FILENO) < 0) {
+base::FileDescriptor reserveStandardOutput() {
+    base::FileDescriptor output(::dup(STDOUT_FILENO));
+    if (!output.isOpen() || ::dup2(STDERR_FILENO, STDOUT_FILENO) < 0) {
         throw std::system_error(errno, std::generic_category(), "cannot redirect standard output");
     }
     return output;
 }
 
-void announce(int output, const std::string& url) {
+void announce(base::FileDescriptor output, const std::string& url) {
     const std::string line = "listening on " + url + "\n";
-    if (::write(output, line.data(), line.size()) != static_cast<ssize_t>(line.size())) {
+    if (::write(output.get(), line.data(), line.size()) != static_cast<ssize_t>(line.size())) {
         throw std::system_error(errno, std::generic_category(), "cannot write to standard output");
     }
-    ::close(output);
 }
 
 /// Shows the list that the options ask for where the provider reads; returns the host controllers.
@@ -97,11 +98,6 @@ sigset_t blockEndingSignals() {
     return signals;
 }
 
-/// Without this every thread, and so every connection, would keep memory of its own.
-void shareMemoryBetweenThreads() {
-    ::mallopt(M_ARENA_MAX, 2);
-}
-
 /// Keeps what a burst of requests needed from staying with the process: two heaps at most, however
 /// many connections have threads of their own, large blocks apart from them, and what becomes free
 /// at the end of a heap goes back to the system.
@@ -115,13 +111,12 @@ void boundMemory() {
 }
 
 int serve(const Options& options) {
-    shareMemoryBetweenThreads();
     const wire::ListenAddress address(options.address, options.port);
     std::optional<Credentials> credentials;
     if (options.credentials.has_value()) {
         credentials = Credentials::fromFile(*options.credentials);
     }
-    const int output = reserveStandardOutput();
+    base::FileDescriptor output = reserveStandardOutput();
     const sigset_t endingSignals = blockEndingSignals();
     Host host(settingsFrom(options));
     for (const std::string& name : host.missingClasses()) {
@@ -131,7 +126,7 @@ int serve(const Options& options) {
     const CimService service(host.operations(), std::move(credentials));
     wire::HttpServer server(
         address, [&](wire::HttpRequest&& request) { return service.answer(std::move(request)); });
-    announce(output, server.url());
+    announce(std::move(output), server.url());
 
     int signal = 0;
     sigwait(&endingSignals, &signal);

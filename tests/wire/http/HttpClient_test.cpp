@@ -4,7 +4,6 @@
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <array>
 #include <future>
@@ -12,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/FileDescriptor.h"
 #include "wire/http/HttpServer.h"
 
 using namespace wire;
@@ -28,16 +28,13 @@ public:
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         socklen_t size = sizeof address;
-        bind(socket_, reinterpret_cast<sockaddr*>(&address), size);
-        listen(socket_, 1);
-        getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &size);
+        bind(socket_.get(), reinterpret_cast<sockaddr*>(&address), size);
+        listen(socket_.get(), 1);
+        getsockname(socket_.get(), reinterpret_cast<sockaddr*>(&address), &size);
         port_ = ntohs(address.sin_port);
         thread_ = std::thread([this] { serve(); });
     }
-    ~CannedServer() {
-        thread_.join();
-        close(socket_);
-    }
+    ~CannedServer() { thread_.join(); }
     CannedServer(const CannedServer&) = delete;
     CannedServer& operator=(const CannedServer&) = delete;
 
@@ -45,14 +42,13 @@ public:
 
 private:
     void serve() {
-        const int client = accept(socket_, nullptr, nullptr);
+        const base::FileDescriptor client(accept(socket_.get(), nullptr, nullptr));
         std::array<char, 4096> buffer{};
-        recv(client, buffer.data(), buffer.size(), 0);
-        send(client, answer_.data(), answer_.size(), MSG_NOSIGNAL);
-        close(client);
+        recv(client.get(), buffer.data(), buffer.size(), 0);
+        send(client.get(), answer_.data(), answer_.size(), MSG_NOSIGNAL);
     }
 
-    int socket_;
+    base::FileDescriptor socket_;
     std::string answer_;
     std::uint16_t port_ = 0;
     std::thread thread_;

@@ -2,7 +2,6 @@
 #include "wire/http/SocketStream.h"
 
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <array>
 #include <chrono>
@@ -23,16 +22,8 @@ protected:
     SocketStreamTest() {
         std::array<int, 2> ends{};
         EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
-        stream_.emplace(ends[0], milliseconds(10));
-        peer_ = ends[1];
-    }
-    ~SocketStreamTest() override { closePeer(); }
-
-    void closePeer() {
-        if (peer_ >= 0) {
-            close(peer_);
-            peer_ = -1;
-        }
+        stream_.emplace(base::FileDescriptor(ends[0]), milliseconds(10));
+        peer_ = base::FileDescriptor(ends[1]);
     }
 
     std::string read() {
@@ -50,13 +41,13 @@ protected:
     }
 
     std::optional<SocketStream> stream_;
-    int peer_ = -1;
+    base::FileDescriptor peer_;
 };
 
 }  // namespace
 
 TEST_F(SocketStreamTest, readsWhatIsThere) {
-    ASSERT_EQ(send(peer_, "abc", 3, 0), 3);
+    ASSERT_EQ(send(peer_.get(), "abc", 3, 0), 3);
     EXPECT_EQ(read(), "abc");
 }
 
@@ -64,13 +55,13 @@ TEST_F(SocketStreamTest, tellsTheEndFromTheDeadline) {
     stream_->setDeadline(milliseconds(30));
     EXPECT_EQ(endOfRead(), StreamEnd::timeout);
     stream_->setDeadline(milliseconds(10'000));
-    closePeer();
+    peer_.close();
     EXPECT_EQ(endOfRead(), StreamEnd::closed);
 }
 
 TEST_F(SocketStreamTest, aPeerThatDripsDoesNotMoveTheDeadline) {
     std::thread dripping([this] {
-        while (send(peer_, "x", 1, MSG_NOSIGNAL) == 1) {
+        while (send(peer_.get(), "x", 1, MSG_NOSIGNAL) == 1) {
             std::this_thread::sleep_for(milliseconds(5));
         }
     });
@@ -105,7 +96,7 @@ TEST_F(SocketStreamTest, writesBothPartsWhole) {
     std::string received;
     std::thread reading([&] {
         std::array<char, 4096> buffer{};
-        for (ssize_t count = 0; (count = recv(peer_, buffer.data(), buffer.size(), 0)) > 0;) {
+        for (ssize_t count = 0; (count = recv(peer_.get(), buffer.data(), buffer.size(), 0)) > 0;) {
             received.append(buffer.data(), static_cast<std::size_t>(count));
         }
     });
@@ -116,7 +107,7 @@ TEST_F(SocketStreamTest, writesBothPartsWhole) {
 }
 
 TEST_F(SocketStreamTest, writingToNobodyFails) {
-    closePeer();
+    peer_.close();
     try {
         stream_->write("x");
         stream_->write("x");
@@ -128,20 +119,21 @@ TEST_F(SocketStreamTest, writingToNobodyFails) {
 
 TEST_F(SocketStreamTest, noticesThatThePeerHasClosedOrSpoken) {
     EXPECT_FALSE(stream_->isStale());
-    ASSERT_EQ(send(peer_, "x", 1, 0), 1);
+    ASSERT_EQ(send(peer_.get(), "x", 1, 0), 1);
     EXPECT_TRUE(stream_->isStale());
     EXPECT_EQ(read(), "x");
     EXPECT_FALSE(stream_->isStale());
-    closePeer();
+    peer_.close();
     EXPECT_TRUE(stream_->isStale());
 }
 
 TEST_F(SocketStreamTest, drainReadsUntilThePeerCloses) {
-    ASSERT_EQ(send(peer_, "rest", 4, 0), 4);
+    ASSERT_EQ(send(peer_.get(), "rest", 4, 0), 4);
     std::thread closing([this] {
         std::array<char, 1> buffer{};
-        EXPECT_EQ(recv(peer_, buffer.data(), buffer.size(), 0), 0) << "the sending side is closed";
-        closePeer();
+        EXPECT_EQ(recv(peer_.get(), buffer.data(), buffer.size(), 0), 0)
+            << "the sending side is closed";
+        peer_.close();
     });
     stream_->setDeadline(milliseconds(10'000));
     stream_->drain();
