@@ -12,6 +12,10 @@ target_compile_options(zorva_options INTERFACE -Wall -Wextra -Wpedantic)
 if(ZORVA_WERROR)
     target_compile_options(zorva_options INTERFACE -Werror)
 endif()
+# Holds the annotations of base/ThreadSafety.h against the code.
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    target_compile_options(zorva_options INTERFACE -Wthread-safety)
+endif()
 # Older ones warn that they ignore [[maybe_unused]] on members.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 12)
     target_compile_options(zorva_options INTERFACE -Wno-attributes)

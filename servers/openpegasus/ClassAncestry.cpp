@@ -27,7 +27,7 @@ CIMName ClassAncestry::superClass(const OperationContext& context,
     key.append(":").append(className.getString());
     key.toLower();
     {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const base::MutexLock lock(mutex_);
         const auto known = superClasses_.find(key);
         if (known != superClasses_.end()) {
             return known->second;
@@ -47,7 +47,7 @@ CIMName ClassAncestry::superClass(const OperationContext& context,
         }
         return CIMName();  // Not remembered: the class may be loaded later.
     }
-    const std::lock_guard<std::mutex> lock(mutex_);
+    const base::MutexLock lock(mutex_);
     superClasses_[key] = found;
     return found;
 }

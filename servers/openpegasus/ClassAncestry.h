@@ -3,10 +3,11 @@
 #pragma once
 
 #include <map>
-#include <mutex>
 
 #include <Pegasus/Common/CIMName.h>
 #include <Pegasus/Common/OperationContext.h>
+
+#include "base/ThreadSafety.h"
 
 namespace openpegasus {
 
@@ -24,9 +25,9 @@ private:
                                 const Pegasus::CIMNamespaceName& nameSpace,
                                 const Pegasus::CIMName& className);
 
-    std::mutex mutex_;
+    base::Mutex mutex_;
     /// By "namespace:class", in lower case; a null name where a class has no superclass.
-    std::map<Pegasus::String, Pegasus::CIMName> superClasses_;
+    std::map<Pegasus::String, Pegasus::CIMName> superClasses_ ZORVA_GUARDED_BY(mutex_);
 };
 
 }  // namespace openpegasus

@@ -7,6 +7,7 @@
 
 #include <Pegasus/Common/OperationContext.h>
 
+#include "base/ThreadSafety.h"
 #include "servers/serving/ProviderLocks.h"
 
 namespace serving {
@@ -23,7 +24,7 @@ class RequestAbandoned {};
 ///
 /// Scopes of one thread nest, since a call back into the server may lead to the library again. A
 /// nested one has no more time than the one around it.
-class RequestScope {
+class ZORVA_SCOPED_CAPABILITY RequestScope {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
@@ -31,10 +32,11 @@ public:
     /// whole request; with `timePerCall`, for requests that go on after their client has given up,
     /// each call back has that much time of its own.
     RequestScope(ProviderLocks& locks, const Pegasus::OperationContext& context, Time end,
-                 std::optional<std::chrono::milliseconds> timePerCall = std::nullopt);
+                 std::optional<std::chrono::milliseconds> timePerCall = std::nullopt)
+        ZORVA_ACQUIRE(locks.table);
     RequestScope(const RequestScope&) = delete;
     RequestScope& operator=(const RequestScope&) = delete;
-    ~RequestScope();
+    ~RequestScope() ZORVA_RELEASE();
 
     const Pegasus::OperationContext& context() const { return context_; }
 
@@ -45,9 +47,10 @@ private:
     template <class Call>
     friend auto callServer(Call call);
 
-    void giveTableBack();
+    // These two change what the scope holds, which clang's analysis cannot follow.
+    void giveTableBack() ZORVA_NO_THREAD_SAFETY_ANALYSIS;
     /// Throws RequestAbandoned if the table is not free again in time.
-    void takeTableAgain();
+    void takeTableAgain() ZORVA_NO_THREAD_SAFETY_ANALYSIS;
 
     TimedMutex& table_;
     bool holdsTable_ = false;

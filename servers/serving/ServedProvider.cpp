@@ -47,17 +47,18 @@ Object onlyObjectOf(const CollectingHandler<Object>& handler) {
 }
 
 /// Keeps methods apart, from construction to destruction.
-class MethodLock {
+class ZORVA_SCOPED_CAPABILITY MethodLock {
 public:
     /// Throws ProviderBusy if another method is still at work at `end`.
-    MethodLock(TimedMutex& mutex, std::chrono::steady_clock::time_point end) : mutex_(mutex) {
+    MethodLock(TimedMutex& mutex, std::chrono::steady_clock::time_point end) ZORVA_ACQUIRE(mutex)
+        : mutex_(mutex) {
         if (!mutex_.lockUntil(end)) {
             throw ProviderBusy();
         }
     }
     MethodLock(const MethodLock&) = delete;
     MethodLock& operator=(const MethodLock&) = delete;
-    ~MethodLock() { mutex_.unlock(); }
+    ~MethodLock() ZORVA_RELEASE() { mutex_.unlock(); }
 
 private:
     TimedMutex& mutex_;
@@ -71,7 +72,7 @@ class ServedProvider::Request {
 public:
     explicit Request(ServedProvider& served)
         : end(std::chrono::steady_clock::now() + served.answerLimit_), served_(served) {
-        const std::lock_guard<std::mutex> lock(served_.stateMutex_);
+        const base::MutexLock lock(served_.stateMutex_);
         if (served_.terminated_) {
             throw CIMException(CIM_ERR_FAILED, "the provider has been terminated");
         }
@@ -80,7 +81,7 @@ public:
     Request(const Request&) = delete;
     Request& operator=(const Request&) = delete;
     ~Request() {
-        const std::lock_guard<std::mutex> lock(served_.stateMutex_);
+        const base::MutexLock lock(served_.stateMutex_);
         served_.requestsInside_--;
         // Under the lock: once terminate() sees no request inside, this object may be gone.
         served_.requestLeft_.notify_all();
@@ -262,9 +263,12 @@ MethodAnswer ServedProvider::runMethod(const Request& request, const OperationCo
 }
 
 bool ServedProvider::terminate(std::chrono::milliseconds patience) {
-    std::unique_lock<std::mutex> lock(stateMutex_);
+    const auto end = std::chrono::steady_clock::now() + patience;
+    base::MutexLock lock(stateMutex_);
     terminated_ = true;
-    if (!requestLeft_.wait_for(lock, patience, [this] { return requestsInside_ == 0; })) {
+    while (requestsInside_ != 0 && lock.waitUntil(requestLeft_, end)) {
+    }
+    if (requestsInside_ != 0) {
         return false;
     }
     if (provider_) {

@@ -5,13 +5,13 @@
 #include <chrono>
 #include <condition_variable>
 #include <memory>
-#include <mutex>
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMParamValue.h>
 #include <Pegasus/Common/OperationContext.h>
 
+#include "base/ThreadSafety.h"
 #include "servers/serving/ProviderLocks.h"
 
 namespace Pegasus {
@@ -122,10 +122,10 @@ private:
     ProviderLocks& locks_;
     const std::chrono::milliseconds answerLimit_;
 
-    std::mutex stateMutex_;
+    base::Mutex stateMutex_;
     std::condition_variable requestLeft_;
-    int requestsInside_ = 0;
-    bool terminated_ = false;
+    int requestsInside_ ZORVA_GUARDED_BY(stateMutex_) = 0;
+    bool terminated_ ZORVA_GUARDED_BY(stateMutex_) = false;
 };
 
 }  // namespace serving

@@ -4,7 +4,8 @@
 
 #include <chrono>
 #include <condition_variable>
-#include <mutex>
+
+#include "base/ThreadSafety.h"
 
 namespace serving {
 
@@ -12,31 +13,33 @@ namespace serving {
 ///
 /// Not std::timed_mutex: ThreadSanitizer does not see one that is locked by the steady clock, and
 /// would report every access under it. Any thread may unlock it.
-class TimedMutex {
+class ZORVA_CAPABILITY("mutex") TimedMutex {
 public:
     /// Locks it; false if it is still locked at `end`. A mutex that is free is locked even if `end`
     /// has passed.
-    bool lockUntil(std::chrono::steady_clock::time_point end) {
-        std::unique_lock<std::mutex> lock(mutex_);
-        if (!unlocked_.wait_until(lock, end, [this] { return !isLocked_; })) {
+    bool lockUntil(std::chrono::steady_clock::time_point end) ZORVA_TRY_ACQUIRE(true) {
+        base::MutexLock lock(mutex_);
+        while (isLocked_ && lock.waitUntil(unlocked_, end)) {
+        }
+        if (isLocked_) {
             return false;
         }
         isLocked_ = true;
         return true;
     }
 
-    void unlock() {
+    void unlock() ZORVA_RELEASE() {
         {
-            const std::lock_guard<std::mutex> lock(mutex_);
+            const base::MutexLock lock(mutex_);
             isLocked_ = false;
         }
         unlocked_.notify_one();
     }
 
 private:
-    std::mutex mutex_;
+    base::Mutex mutex_;
     std::condition_variable unlocked_;
-    bool isLocked_ = false;
+    bool isLocked_ ZORVA_GUARDED_BY(mutex_) = false;
 };
 
 }  // namespace serving

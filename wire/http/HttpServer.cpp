@@ -12,7 +12,6 @@
 #include <cerrno>
 #include <condition_variable>
 #include <list>
-#include <mutex>
 #include <set>
 #include <system_error>
 #include <thread>
@@ -25,6 +24,7 @@
 
 #include "base/Ascii.h"
 #include "base/FileDescriptor.h"
+#include "base/ThreadSafety.h"
 #include "wire/http/SocketStream.h"
 
 namespace wire {
@@ -46,9 +46,9 @@ struct Shared {
     const HttpHandler handler;
     const HttpLimits limits;
 
-    std::mutex mutex;
+    base::Mutex mutex;
     std::condition_variable connectionEnded;
-    std::set<int> connections;  // descriptors; guarded by mutex
+    std::set<int> connections ZORVA_GUARDED_BY(mutex);  // descriptors
 };
 
 /// How late a deadline is noticed: at most a second, and a fraction of the shortest limit.
@@ -284,7 +284,7 @@ void serveConnection(const std::shared_ptr<Shared>& shared, int descriptor) {
     {
         Connection connection(*shared, base::FileDescriptor(descriptor));
         connection.serve();
-        const std::lock_guard lock(shared->mutex);
+        const base::MutexLock lock(shared->mutex);
         shared->connections.erase(descriptor);
     }
     shared->connectionEnded.notify_all();
@@ -434,13 +434,15 @@ public:
             thread_.join();
             socket_.close();
         }
-        std::unique_lock lock(shared_->mutex);
+        const auto end = std::chrono::steady_clock::now() + grace;
+        base::MutexLock lock(shared_->mutex);
         for (const int connection : shared_->connections) {
             // An answer can still be written; the next request is the end of the connection.
             shutdown(connection, SHUT_RD);
         }
-        return shared_->connectionEnded.wait_for(lock, grace,
-                                                 [&] { return shared_->connections.empty(); });
+        while (!shared_->connections.empty() && lock.waitUntil(shared_->connectionEnded, end)) {
+        }
+        return shared_->connections.empty();
     }
 
 private:
@@ -472,7 +474,7 @@ private:
             return;
         }
         {
-            const std::lock_guard lock(shared_->mutex);
+            const base::MutexLock lock(shared_->mutex);
             if (shared_->connections.size() < shared_->limits.connections) {
                 shared_->connections.insert(client.get());
             } else {
@@ -485,7 +487,7 @@ private:
             client.release();
         } catch (const std::system_error&) {
             // No thread is to be had.
-            const std::lock_guard lock(shared_->mutex);
+            const base::MutexLock lock(shared_->mutex);
             shared_->connections.erase(client.get());
             turnedAway_.add(std::move(client));
         }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/repository/Repository.h"
 
-#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -51,7 +50,7 @@ CIMObjectPath Repository::createInstance(const CIMNamespaceName& nameSpace,
     CIMObjectPath path = complete.getPath();
     std::string identity = instanceIdentity(path);
 
-    const std::unique_lock<std::shared_mutex> lock(mutex_);
+    const base::ExclusiveLock lock(mutex_);
     Extent& extent = namespaces_[nameSpace][definition->name];
     if (extent.byIdentity.find(identity) != extent.byIdentity.end()) {
         throw CIMException(Pegasus::CIM_ERR_ALREADY_EXISTS, path.toString());
@@ -69,7 +68,7 @@ CIMObjectPath Repository::createInstance(const CIMNamespaceName& nameSpace,
 CIMInstance Repository::getInstance(const CIMNamespaceName& nameSpace,
                                     const CIMObjectPath& path) const {
     schema_.requireClass(nameSpace, path.getClassName());
-    const std::shared_lock<std::shared_mutex> lock(mutex_);
+    const base::SharedLock lock(mutex_);
     return require(nameSpace, path).clone();
 }
 
@@ -79,7 +78,7 @@ void Repository::modifyInstance(const CIMNamespaceName& nameSpace, const CIMObje
     const auto definition = schema_.requireClass(nameSpace, path.getClassName());
     const CIMInstance given = changes.clone();
 
-    const std::unique_lock<std::shared_mutex> lock(mutex_);
+    const base::ExclusiveLock lock(mutex_);
     CIMInstance stored = require(nameSpace, path);
     std::vector<std::pair<Uint32, CIMValue>> accepted;
     for (Uint32 index = 0; index < given.getPropertyCount(); ++index) {
@@ -110,7 +109,7 @@ void Repository::modifyInstance(const CIMNamespaceName& nameSpace, const CIMObje
 
 void Repository::deleteInstance(const CIMNamespaceName& nameSpace, const CIMObjectPath& path) {
     schema_.requireClass(nameSpace, path.getClassName());
-    const std::unique_lock<std::shared_mutex> lock(mutex_);
+    const base::ExclusiveLock lock(mutex_);
     require(nameSpace, path);
     Extent& extent = namespaces_[nameSpace][path.getClassName()];
     const auto found = extent.byIdentity.find(instanceIdentity(path));
@@ -123,7 +122,7 @@ Pegasus::Array<CIMInstance> Repository::enumerateInstances(const CIMNamespaceNam
                                                            const CIMName& className) const {
     schema_.requireClass(nameSpace, className);
     Pegasus::Array<CIMInstance> result;
-    const std::shared_lock<std::shared_mutex> lock(mutex_);
+    const base::SharedLock lock(mutex_);
     if (const Extent* const extent = findExtent(nameSpace, className); extent != nullptr) {
         for (const CIMInstance& instance : extent->instances) {
             result.append(instance.clone());
@@ -136,7 +135,7 @@ Pegasus::Array<CIMObjectPath> Repository::enumerateInstanceNames(const CIMNamesp
                                                                  const CIMName& className) const {
     schema_.requireClass(nameSpace, className);
     Pegasus::Array<CIMObjectPath> result;
-    const std::shared_lock<std::shared_mutex> lock(mutex_);
+    const base::SharedLock lock(mutex_);
     if (const Extent* const extent = findExtent(nameSpace, className); extent != nullptr) {
         for (const CIMInstance& instance : extent->instances) {
             result.append(instance.getPath());

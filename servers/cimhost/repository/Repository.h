@@ -4,7 +4,6 @@
 
 #include <list>
 #include <map>
-#include <shared_mutex>
 #include <string>
 #include <unordered_map>
 
@@ -14,6 +13,7 @@
 #include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/CIMPropertyList.h>
 
+#include "base/ThreadSafety.h"
 #include "servers/cimhost/schema/NameOrder.h"
 #include "servers/cimhost/schema/Schema.h"
 
@@ -71,14 +71,15 @@ private:
     using Extents = std::map<Pegasus::CIMName, Extent, NameOrder>;
 
     const Extent* findExtent(const Pegasus::CIMNamespaceName& nameSpace,
-                             const Pegasus::CIMName& className) const;
+                             const Pegasus::CIMName& className) const ZORVA_REQUIRES_SHARED(mutex_);
     const Pegasus::CIMInstance& require(const Pegasus::CIMNamespaceName& nameSpace,
-                                        const Pegasus::CIMObjectPath& path) const;
+                                        const Pegasus::CIMObjectPath& path) const
+        ZORVA_REQUIRES_SHARED(mutex_);
 
     const Schema& schema_;
-    mutable std::shared_mutex mutex_;
-    std::map<Pegasus::CIMNamespaceName, Extents, NameOrder> namespaces_;
-    std::size_t instanceCount_ = 0;
+    mutable base::SharedMutex mutex_;
+    std::map<Pegasus::CIMNamespaceName, Extents, NameOrder> namespaces_ ZORVA_GUARDED_BY(mutex_);
+    std::size_t instanceCount_ ZORVA_GUARDED_BY(mutex_) = 0;
 };
 
 }  // namespace cimhost
