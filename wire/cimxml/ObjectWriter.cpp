@@ -153,7 +153,7 @@ void ObjectWriter::value(const Pegasus::CIMValue& value) {
         return;
     }
     withType(value.getType(), [&](auto tag) {
-        using T = typename decltype(tag)::type;
+        using T = typename decltype(tag)::Type;
         if (!value.isArray()) {
             T scalar{};
             value.get(scalar);

@@ -126,14 +126,14 @@ std::optional<Pegasus::CIMType> typeOfName(std::string_view name) {
 Pegasus::CIMValue parseValue(Pegasus::CIMType type, const std::string& text) {
     refuseReference(type, text);
     return withType(type, [&](auto tag) {
-        return Pegasus::CIMValue(parseScalar<typename decltype(tag)::type>(type, text));
+        return Pegasus::CIMValue(parseScalar<typename decltype(tag)::Type>(type, text));
     });
 }
 
 Pegasus::CIMValue parseArray(Pegasus::CIMType type, const std::vector<std::string>& texts) {
     refuseReference(type, texts.empty() ? std::string() : texts.front());
     return withType(type, [&](auto tag) {
-        using T = typename decltype(tag)::type;
+        using T = typename decltype(tag)::Type;
         Pegasus::Array<T> values;
         values.reserveCapacity(static_cast<Pegasus::Uint32>(texts.size()));
         for (const std::string& text : texts) {

@@ -14,7 +14,7 @@ namespace wire {
 /// Carries a C++ type as an argument.
 template <typename T>
 struct TypeTag {
-    using type = T;
+    using Type = T;
 };
 
 /// Calls visit(TypeTag<T>()) with the C++ type that holds one value of `type`. Throws

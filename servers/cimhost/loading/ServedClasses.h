@@ -15,12 +15,12 @@ struct ServedClass {
 
 /// Every class that the library serves, and no other. Constant: any thread may read it.
 constexpr ServedClass servedClasses[] = {
-    {contract::classes::test, ProviderRoutes::Methods::Served},
-    {contract::classes::result, ProviderRoutes::Methods::None},
-    {contract::classes::resultForMSE, ProviderRoutes::Methods::None},
-    {contract::classes::resultForTest, ProviderRoutes::Methods::None},
-    {contract::classes::testForMSE, ProviderRoutes::Methods::None},
-    {contract::classes::testSoftwareAssoc, ProviderRoutes::Methods::None},
+    {contract::classes::test, ProviderRoutes::Methods::served},
+    {contract::classes::result, ProviderRoutes::Methods::none},
+    {contract::classes::resultForMSE, ProviderRoutes::Methods::none},
+    {contract::classes::resultForTest, ProviderRoutes::Methods::none},
+    {contract::classes::testForMSE, ProviderRoutes::Methods::none},
+    {contract::classes::testSoftwareAssoc, ProviderRoutes::Methods::none},
 };
 
 }  // namespace cimhost

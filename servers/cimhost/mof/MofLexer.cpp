@@ -28,26 +28,26 @@ bool continuesName(char character) {
 }  // namespace
 
 bool MofToken::isKeyword(std::string_view keyword) const {
-    return kind == Kind::Identifier && base::equalIgnoringCase(text, keyword);
+    return kind == Kind::identifier && base::equalIgnoringCase(text, keyword);
 }
 
 std::string MofToken::description() const {
     switch (kind) {
-        case Kind::End:
+        case Kind::end:
             return "the end of the file";
-        case Kind::Identifier:
-        case Kind::Punctuation:
-        case Kind::Real:
+        case Kind::identifier:
+        case Kind::punctuation:
+        case Kind::real:
             return "'" + text + "'";
-        case Kind::Alias:
+        case Kind::alias:
             return "'$" + text + "'";
-        case Kind::Pragma:
+        case Kind::pragma:
             return "'#pragma'";
-        case Kind::Text:
+        case Kind::text:
             return "a string";
-        case Kind::Character:
+        case Kind::character:
             return "a character";
-        case Kind::Integer:
+        case Kind::integer:
             return (negative ? "-" : "") + std::to_string(magnitude);
     }
     return {};
@@ -110,7 +110,7 @@ void MofLexer::skipSpaceAndComments() {
 MofToken MofLexer::next() {
     skipSpaceAndComments();
     if (atEnd()) {
-        return startToken(MofToken::Kind::End);
+        return startToken(MofToken::Kind::end);
     }
     const char character = peek();
     if (startsName(character)) {
@@ -134,13 +134,13 @@ MofToken MofLexer::next() {
     if (std::string_view("(){}[],;:=").find(character) == std::string_view::npos) {
         fail("there is a character that MOF does not use here");
     }
-    MofToken token = startToken(MofToken::Kind::Punctuation);
+    MofToken token = startToken(MofToken::Kind::punctuation);
     token.text = std::string(1, take());
     return token;
 }
 
 MofToken MofLexer::readIdentifier() {
-    MofToken token = startToken(MofToken::Kind::Identifier);
+    MofToken token = startToken(MofToken::Kind::identifier);
     while (continuesName(peek())) {
         token.text += take();
     }
@@ -148,7 +148,7 @@ MofToken MofLexer::readIdentifier() {
 }
 
 MofToken MofLexer::readPragma() {
-    MofToken token = startToken(MofToken::Kind::Pragma);
+    MofToken token = startToken(MofToken::Kind::pragma);
     take();
     if (!startsName(peek()) || !readIdentifier().isKeyword("pragma")) {
         throw MofError(token.position, "'#' is not followed by 'pragma'");
@@ -157,7 +157,7 @@ MofToken MofLexer::readPragma() {
 }
 
 MofToken MofLexer::readAlias() {
-    MofToken token = startToken(MofToken::Kind::Alias);
+    MofToken token = startToken(MofToken::Kind::alias);
     take();
     if (!startsName(peek())) {
         fail("'$' is not followed by the name of an alias");
@@ -167,7 +167,7 @@ MofToken MofLexer::readAlias() {
 }
 
 MofToken MofLexer::readNumber() {
-    MofToken token = startToken(MofToken::Kind::Integer);
+    MofToken token = startToken(MofToken::Kind::integer);
     if (peek() == '+' || peek() == '-') {
         token.negative = take() == '-';
     }
@@ -194,7 +194,7 @@ MofToken MofLexer::readNumber() {
     } else if (isBinary) {
         readWhole(written.substr(0, written.size() - 1), 2);
     } else if (written.find_first_of(".eE") != std::string_view::npos) {
-        token.kind = MofToken::Kind::Real;
+        token.kind = MofToken::Kind::real;
         token.text = (token.negative ? "-" : "") + digits;
         const auto point = written.find('.');
         understood = written.find_first_not_of("0123456789.eE+-") == std::string_view::npos &&
@@ -212,7 +212,7 @@ MofToken MofLexer::readNumber() {
 }
 
 MofToken MofLexer::readText() {
-    MofToken token = startToken(MofToken::Kind::Text);
+    MofToken token = startToken(MofToken::Kind::text);
     take();
     while (peek() != '"') {
         if (atEnd() || peek() == '\n' || peek() == '\0') {
@@ -229,7 +229,7 @@ MofToken MofLexer::readText() {
 }
 
 MofToken MofLexer::readCharacter() {
-    MofToken token = startToken(MofToken::Kind::Character);
+    MofToken token = startToken(MofToken::Kind::character);
     take();
     if (peek() == '\\') {
         token.magnitude = readEscape();

@@ -13,25 +13,25 @@ namespace cimhost {
 /// One token of MOF.
 struct MofToken {
     enum class Kind {
-        End,          ///< after the last token
-        Identifier,   ///< a name or keyword; `text` as written
-        Alias,        ///< $Name; `text` without the dollar sign
-        Pragma,       ///< #pragma
-        Text,         ///< a string literal; `text` with its escapes replaced, UTF-8
-        Character,    ///< a character literal; its code unit in `magnitude`
-        Integer,      ///< a whole number; `magnitude` and `negative`
-        Real,         ///< a number with a fraction or exponent; `text` as written
-        Punctuation,  ///< one of ( ) { } [ ] , ; : = in `text`
+        end,          ///< after the last token
+        identifier,   ///< a name or keyword; `text` as written
+        alias,        ///< $Name; `text` without the dollar sign
+        pragma,       ///< #pragma
+        text,         ///< a string literal; `text` with its escapes replaced, UTF-8
+        character,    ///< a character literal; its code unit in `magnitude`
+        integer,      ///< a whole number; `magnitude` and `negative`
+        real,         ///< a number with a fraction or exponent; `text` as written
+        punctuation,  ///< one of ( ) { } [ ] , ; : = in `text`
     };
 
-    Kind kind = Kind::End;
+    Kind kind = Kind::end;
     MofPosition position;
     std::string text;
     std::uint64_t magnitude = 0;
     bool negative = false;
 
     bool isPunctuation(char character) const {
-        return kind == Kind::Punctuation && text[0] == character;
+        return kind == Kind::punctuation && text[0] == character;
     }
 
     /// Whether this is the identifier, compared without case.
@@ -47,7 +47,7 @@ class MofLexer {
 public:
     MofLexer(std::string_view text, std::string file);
 
-    /// The next token; at the end of the text Kind::End, however often it is asked for.
+    /// The next token; at the end of the text Kind::end, however often it is asked for.
     MofToken next();
 
 private:

@@ -69,7 +69,7 @@ void MofParser::expectPunctuation(char character) {
 }
 
 MofToken MofParser::expectIdentifier(const char* what) {
-    if (current_.kind != MofToken::Kind::Identifier) {
+    if (current_.kind != MofToken::Kind::identifier) {
         fail(what);
     }
     return take();
@@ -83,8 +83,8 @@ CIMName MofParser::expectName(const char* what) {
 }
 
 void MofParser::parse() {
-    while (current_.kind != MofToken::Kind::End) {
-        if (current_.kind == MofToken::Kind::Pragma) {
+    while (current_.kind != MofToken::Kind::end) {
+        if (current_.kind == MofToken::Kind::pragma) {
             parsePragma();
         } else if (current_.isKeyword("qualifier")) {
             parseQualifierDeclaration();
@@ -105,7 +105,7 @@ void MofParser::parsePragma() {
     take();
     const MofToken name = expectIdentifier("the name of a pragma");
     expectPunctuation('(');
-    if (current_.kind != MofToken::Kind::Text) {
+    if (current_.kind != MofToken::Kind::text) {
         fail("a string");
     }
     const MofToken argument = take();
@@ -265,7 +265,8 @@ void MofParser::parseClass(wire::Qualifiers qualifiers) {
     definition.name = expectName("the name of a class");
     definition.qualifiers = std::move(qualifiers);
     checkScopes(definition.qualifiers,
-                definition.isAssociation() ? Element::Association : Element::Class, position);
+                definition.isAssociation() ? Element::association : Element::classDeclaration,
+                position);
     if (takeIfPunctuation(':')) {
         definition.superclass = expectName("the name of the superclass");
     }
@@ -279,7 +280,7 @@ void MofParser::parseClass(wire::Qualifiers qualifiers) {
 
 CIMName MofParser::parseTypeOrReference(Pegasus::CIMType& type) {
     const MofPosition position = current_.position;
-    if (current_.kind == MofToken::Kind::Identifier && parseTypeName(current_.text, type)) {
+    if (current_.kind == MofToken::Kind::identifier && parseTypeName(current_.text, type)) {
         take();
         return CIMName();
     }
@@ -302,7 +303,7 @@ void MofParser::parseFeature(wire::ClassDefinition& definition) {
         if (!referenceClass.isNull()) {
             throw MofError(position, "a method cannot return a reference");
         }
-        checkScopes(qualifiers, Element::Method, position);
+        checkScopes(qualifiers, Element::method, position);
         wire::MethodDefinition method;
         method.name = name;
         method.returnType = type;
@@ -310,7 +311,7 @@ void MofParser::parseFeature(wire::ClassDefinition& definition) {
         parseMethod(definition, std::move(method));
         return;
     }
-    checkScopes(qualifiers, referenceClass.isNull() ? Element::Property : Element::Reference,
+    checkScopes(qualifiers, referenceClass.isNull() ? Element::property : Element::reference,
                 position);
     wire::PropertyDefinition property;
     property.name = name;
@@ -340,7 +341,7 @@ void MofParser::parseMethod(wire::ClassDefinition& definition, wire::MethodDefin
 wire::ParameterDefinition MofParser::parseParameter() {
     wire::ParameterDefinition parameter;
     parameter.qualifiers = parseQualifierList();
-    checkScopes(parameter.qualifiers, Element::Parameter, current_.position);
+    checkScopes(parameter.qualifiers, Element::parameter, current_.position);
     parameter.referenceClass = parseTypeOrReference(parameter.type);
     parameter.name = expectName("the name of a parameter");
     parameter.isArray = parseArray(parameter.arraySize);
@@ -351,7 +352,7 @@ bool MofParser::parseArray(Pegasus::Uint32& size) {
     if (!takeIfPunctuation('[')) {
         return false;
     }
-    if (current_.kind == MofToken::Kind::Integer) {
+    if (current_.kind == MofToken::Kind::integer) {
         if (current_.negative || current_.magnitude == 0 ||
             current_.magnitude > std::numeric_limits<Pegasus::Uint32>::max()) {
             fail("the size of an array");
@@ -375,7 +376,7 @@ void MofParser::parseInstance() {
     }
     std::string alias;
     if (takeIfKeyword("as")) {
-        if (current_.kind != MofToken::Kind::Alias) {
+        if (current_.kind != MofToken::Kind::alias) {
             fail("an alias");
         }
         const MofToken token = take();
@@ -442,37 +443,37 @@ MofLiteral MofParser::parseLiteral() {
     literal.magnitude = current_.magnitude;
     literal.negative = current_.negative;
     switch (current_.kind) {
-        case MofToken::Kind::Text:
-            literal.kind = MofLiteral::Kind::Text;
+        case MofToken::Kind::text:
+            literal.kind = MofLiteral::Kind::text;
             take();
-            while (current_.kind == MofToken::Kind::Text) {
+            while (current_.kind == MofToken::Kind::text) {
                 literal.text += take().text;
             }
             return literal;
-        case MofToken::Kind::Integer:
-            literal.kind = MofLiteral::Kind::Integer;
+        case MofToken::Kind::integer:
+            literal.kind = MofLiteral::Kind::integer;
             break;
-        case MofToken::Kind::Real:
-            literal.kind = MofLiteral::Kind::Real;
+        case MofToken::Kind::real:
+            literal.kind = MofLiteral::Kind::real;
             break;
-        case MofToken::Kind::Character:
-            literal.kind = MofLiteral::Kind::Character;
+        case MofToken::Kind::character:
+            literal.kind = MofLiteral::Kind::character;
             break;
-        case MofToken::Kind::Alias: {
+        case MofToken::Kind::alias: {
             const auto found = compilation_.aliases.find(current_.text);
             if (found == compilation_.aliases.end()) {
                 throw MofError(current_.position,
                                "no instance before this one has the alias $" + current_.text);
             }
-            literal.kind = MofLiteral::Kind::Reference;
+            literal.kind = MofLiteral::Kind::reference;
             literal.path = found->second;
             break;
         }
         default:
             if (current_.isKeyword("null")) {
-                literal.kind = MofLiteral::Kind::Null;
+                literal.kind = MofLiteral::Kind::null;
             } else if (current_.isKeyword("true") || current_.isKeyword("false")) {
-                literal.kind = MofLiteral::Kind::Boolean;
+                literal.kind = MofLiteral::Kind::boolean;
                 literal.magnitude = current_.isKeyword("true") ? 1 : 0;
             } else {
                 fail("a value");

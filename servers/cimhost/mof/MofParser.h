@@ -43,7 +43,7 @@ public:
     void parse();
 
 private:
-    enum class Element { Class, Association, Property, Reference, Method, Parameter };
+    enum class Element { classDeclaration, association, property, reference, method, parameter };
 
     // Tokens.
     MofToken take();

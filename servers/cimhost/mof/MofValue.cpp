@@ -28,7 +28,7 @@ void requireKind(const MofLiteral& literal, MofLiteral::Kind kind, CIMType type)
 
 template <class Integer>
 Integer toInteger(const MofLiteral& literal, CIMType type) {
-    requireKind(literal, MofLiteral::Kind::Integer, type);
+    requireKind(literal, MofLiteral::Kind::integer, type);
     using Limits = std::numeric_limits<Integer>;
     const auto largest = static_cast<std::uint64_t>(Limits::max());
     const std::uint64_t limit =
@@ -44,33 +44,33 @@ Integer toInteger(const MofLiteral& literal, CIMType type) {
 
 template <class Real>
 Real toReal(const MofLiteral& literal, CIMType type) {
-    if (literal.kind == MofLiteral::Kind::Integer) {
+    if (literal.kind == MofLiteral::Kind::integer) {
         const Real value = static_cast<Real>(literal.magnitude);
         return literal.negative ? -value : value;
     }
-    requireKind(literal, MofLiteral::Kind::Real, type);
+    requireKind(literal, MofLiteral::Kind::real, type);
     return static_cast<Real>(std::strtod(literal.text.c_str(), nullptr));
 }
 
 void read(const MofLiteral& literal, CIMType type, Pegasus::Boolean& value) {
-    requireKind(literal, MofLiteral::Kind::Boolean, type);
+    requireKind(literal, MofLiteral::Kind::boolean, type);
     value = literal.magnitude != 0;
 }
 
 void read(const MofLiteral& literal, CIMType type, Pegasus::Char16& value) {
-    requireKind(literal, MofLiteral::Kind::Character, type);
+    requireKind(literal, MofLiteral::Kind::character, type);
     value = Pegasus::Char16(static_cast<Pegasus::Uint16>(literal.magnitude));
 }
 
 void read(const MofLiteral& literal, CIMType type, Pegasus::String& value) {
-    requireKind(literal, MofLiteral::Kind::Text, type);
+    requireKind(literal, MofLiteral::Kind::text, type);
     value = toString(literal.text, literal.position);
 }
 
 /// Sets a value from its form as text. Malformed text is refused: it "is `what`".
 template <class Value>
 void readText(const MofLiteral& literal, CIMType type, const char* what, Value& value) {
-    requireKind(literal, MofLiteral::Kind::Text, type);
+    requireKind(literal, MofLiteral::Kind::text, type);
     try {
         value.set(toString(literal.text, literal.position));
     } catch (const Pegasus::Exception&) {
@@ -83,7 +83,7 @@ void read(const MofLiteral& literal, CIMType type, Pegasus::CIMDateTime& value) 
 }
 
 void read(const MofLiteral& literal, CIMType type, Pegasus::CIMObjectPath& value) {
-    if (literal.kind == MofLiteral::Kind::Reference) {
+    if (literal.kind == MofLiteral::Kind::reference) {
         value = literal.path;
         return;
     }
@@ -141,7 +141,7 @@ Pegasus::String toString(const std::string& text, const MofPosition& position) {
 }
 
 CIMValue toCimValue(const MofValue& value, CIMType type, bool isArray) {
-    if (!value.isList && value.literals.front().kind == MofLiteral::Kind::Null) {
+    if (!value.isList && value.literals.front().kind == MofLiteral::Kind::null) {
         return CIMValue(type, isArray);
     }
     if (value.isList != isArray) {
@@ -152,7 +152,7 @@ CIMValue toCimValue(const MofValue& value, CIMType type, bool isArray) {
         return convert<Pegasus::CIMObjectPath>(value, type, isArray);
     }
     return wire::withType(type, [&](auto tag) {
-        return convert<typename decltype(tag)::type>(value, type, isArray);
+        return convert<typename decltype(tag)::Type>(value, type, isArray);
     });
 }
 

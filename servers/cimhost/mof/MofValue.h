@@ -18,9 +18,9 @@ namespace cimhost {
 
 /// One literal as it stands in the file.
 struct MofLiteral {
-    enum class Kind { Null, Boolean, Integer, Real, Text, Character, Reference };
+    enum class Kind { null, boolean, integer, real, text, character, reference };
 
-    Kind kind = Kind::Null;
+    Kind kind = Kind::null;
     MofPosition position;
     std::string text;             ///< of Text (adjacent strings joined) and Real
     std::uint64_t magnitude = 0;  ///< of Integer and Character; of Boolean 1 or 0

@@ -28,7 +28,7 @@ serving::ServedProvider* ProviderRoutes::instanceProvider(
 serving::ServedProvider* ProviderRoutes::methodProvider(const Pegasus::CIMNamespaceName& nameSpace,
                                                         const Pegasus::CIMName& className) const {
     const Route* const route = find(nameSpace, className);
-    return route == nullptr || route->methods == Methods::None ? nullptr : route->provider;
+    return route == nullptr || route->methods == Methods::none ? nullptr : route->provider;
 }
 
 }  // namespace cimhost

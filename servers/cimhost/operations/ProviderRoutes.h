@@ -15,7 +15,7 @@ namespace cimhost {
 /// its subclasses are not. Filled before the host serves, then read by any number of threads.
 class ProviderRoutes {
 public:
-    enum class Methods { None, Served };
+    enum class Methods { none, served };
 
     /// Routes the instance operations of the class, and its methods if it has some, to the
     /// provider, which must outlive this object.
@@ -33,7 +33,7 @@ public:
 private:
     struct Route {
         serving::ServedProvider* provider = nullptr;
-        Methods methods = Methods::None;
+        Methods methods = Methods::none;
     };
 
     const Route* find(const Pegasus::CIMNamespaceName& nameSpace,

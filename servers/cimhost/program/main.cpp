@@ -103,10 +103,10 @@ sigset_t blockEndingSignals() {
 /// at the end of a heap goes back to the system.
 void boundMemory() {
 #ifdef __GLIBC__
-    constexpr int KiB = 1024;
+    constexpr int kibibyte = 1024;
     mallopt(M_ARENA_MAX, 2);
-    mallopt(M_MMAP_THRESHOLD, 64 * KiB);
-    mallopt(M_TRIM_THRESHOLD, 128 * KiB);
+    mallopt(M_MMAP_THRESHOLD, 64 * kibibyte);
+    mallopt(M_TRIM_THRESHOLD, 128 * kibibyte);
 #endif
 }
 

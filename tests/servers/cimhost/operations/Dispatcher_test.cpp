@@ -117,9 +117,9 @@ protected:
         MofReader reader(schema_, repository_,
                          [](const std::string&) { return std::string(schemaText); });
         reader.readFile("test.mof", nameSpace_);
-        routes_.add(nameSpace_, "T_Served", ProviderRoutes::Methods::Served, provider_);
-        routes_.add(nameSpace_, "T_ServedToo", ProviderRoutes::Methods::None, provider_);
-        routes_.add(nameSpace_, "T_ServedLink", ProviderRoutes::Methods::None, provider_);
+        routes_.add(nameSpace_, "T_Served", ProviderRoutes::Methods::served, provider_);
+        routes_.add(nameSpace_, "T_ServedToo", ProviderRoutes::Methods::none, provider_);
+        routes_.add(nameSpace_, "T_ServedLink", ProviderRoutes::Methods::none, provider_);
 
         CIMInstance instance("T_Served");
         instance.addProperty(CIMProperty(CIMName("Id"), CIMValue(String("s"))));
