@@ -9,6 +9,7 @@ import pathlib
 import re
 import shlex
 import subprocess
+import threading
 
 SOURCES = pathlib.Path(__file__).resolve().parent.parent
 
@@ -71,6 +72,7 @@ class Memory:
         self._file = file
         self._circumstances = digest(*circumstances)
         self._digests = {}
+        self._lock = threading.Lock()
         try:
             self._passed = json.loads(file.read_text())
         except (OSError, ValueError):
@@ -94,9 +96,15 @@ class Memory:
         return remembered is not None and remembered == self._state(flags, remembered["files"])
 
     def passed(self, path, flags, dependencies):
-        self._passed[path] = self._state(flags, dependencies)
+        state = self._state(flags, dependencies)
+        with self._lock:
+            self._passed[path] = state
 
     def save(self):
+        with self._lock:
+            self._write()
+
+    def _write(self):
         self._file.parent.mkdir(parents=True, exist_ok=True)
         scratch = self._file.with_suffix(".new")
         scratch.write_text(json.dumps(self._passed, indent=0, sort_keys=True))

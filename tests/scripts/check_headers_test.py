@@ -1,22 +1,13 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
 """Tests of scripts/check-headers: check_headers_test.py SOURCE_FOLDER COMPILER."""
-import json
-import sys
-
 import small_tree
 
 
 class Headers(small_tree.SmallTree):
     def setUp(self):
         super().setUp()
-        self.build({"ground/Stone.cpp", "roof/main.cpp"})
-
-    def build(self, sources):
-        self.write("build/compile_commands.json", json.dumps([
-            {"directory": str(self.top / "build"), "file": str(self.top / source),
-             "command": f"{sys.argv[2]} -I{self.top} -Wall -Werror -o {source}.o -c {self.top / source}"}
-            for source in sorted(sources)]))
+        self.write_compile_commands({"ground/Stone.cpp", "roof/main.cpp"})
 
     def check(self):
         return self.run_script("check-headers", self.top / "build")

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: MIT
 """A small source tree in a temporary folder, with the project's scripts in it."""
+import json
 import pathlib
 import shutil
 import subprocess
@@ -27,7 +28,7 @@ class SmallTree(unittest.TestCase):
         self.top = pathlib.Path(folder.name)
         for name, text in TREE.items():
             self.write(name, text)
-        for script in ("check-layout", "check-headers", "sources.py"):
+        for script in ("check-layout", "check-headers", "check-tidy", "sources.py"):
             shutil.copy(PROJECT / "scripts" / script, self.top / "scripts")
 
     def write(self, name, text):
@@ -36,6 +37,13 @@ class SmallTree(unittest.TestCase):
 
     def append(self, name, text):
         self.write(name, (self.top / name).read_text() + text)
+
+    def write_compile_commands(self, sources):
+        """As if a build in the folder "build" compiled these with the compiler of the command line."""
+        self.write("build/compile_commands.json", json.dumps([
+            {"directory": str(self.top / "build"), "file": str(self.top / source),
+             "command": f"{sys.argv[2]} -I{self.top} -Wall -Werror -o {source}.o -c {self.top / source}"}
+            for source in sorted(sources)]))
 
     def run_script(self, name, *arguments):
         """The exit status and what the script said."""
