@@ -9,6 +9,7 @@ import pathlib
 import re
 import shlex
 import subprocess
+import sys
 import threading
 
 SOURCES = pathlib.Path(__file__).resolve().parent.parent
@@ -44,8 +45,11 @@ def includes(path, files):
 
 def compile_flags(build):
     """The compiler and its flags for each source of the build, by its path from the top."""
+    database = build / "compile_commands.json"
+    if not database.exists():
+        sys.exit(f"There is no {database}: configure the build first.")
     flags = {}
-    for entry in json.loads((build / "compile_commands.json").read_text()):
+    for entry in json.loads(database.read_text()):
         file = pathlib.Path(entry["file"])
         if SOURCES not in file.parents:
             continue
