@@ -73,10 +73,23 @@ TEST(ParseDigits, endsAtTheLimitOfEachType) {
 
 TEST(ParseDigits, readsCodeUnits) {
     const std::u16string_view text = u"1f\u0131";
-    EXPECT_EQ(parseDigits(text.begin(), text.begin() + 2, 16), 31U);
-    EXPECT_EQ(parseDigits(text.begin(), text.begin() + 1, 16), 1U);
-    EXPECT_EQ(parseDigits(text.begin(), text.begin(), 16), nullopt);
-    EXPECT_EQ(parseDigits(text.begin() + 2, text.end()), nullopt) << "a letter that ends like 1";
+    EXPECT_EQ(parseDigits(text.data(), text.data() + 2, 16), 31U);
+    EXPECT_EQ(parseDigits(text.data(), text.data() + 1, 16), 1U);
+    EXPECT_EQ(parseDigits(text.data(), text.data(), 16), nullopt);
+    EXPECT_EQ(parseDigits(text.data() + 2, text.data() + text.size()), nullopt)
+        << "a letter that ends like 1";
+}
+
+TEST(IsHexadecimal, wantsSomethingAfterThePrefix) {
+    for (const char* text : {"0x1", "0X1", "0xZ", "0x 1"}) {
+        EXPECT_TRUE(isHexadecimal(text)) << text;
+    }
+    for (const char* text : {"", "0", "0x", "0X", "x1", "1x1", "00x1", "-0x1", "0b1"}) {
+        EXPECT_FALSE(isHexadecimal(text)) << text;
+    }
+    const std::u16string_view units = u"0x1";
+    EXPECT_TRUE(isHexadecimal(units.data(), units.data() + 3));
+    EXPECT_FALSE(isHexadecimal(units.data(), units.data() + 2));
 }
 
 TEST(ParseInteger, readsSignsAndBothRadices) {

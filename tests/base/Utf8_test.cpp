@@ -111,6 +111,15 @@ TEST(Utf8, readsNothingElse) {
     }
 }
 
+TEST(Utf8, readsNothingThatFollowsTheBytes) {
+    for (const std::string bytes : {"\xC2\x80", "\xE2\x82\xAC", "\xF0\x9F\x98\x80"}) {
+        for (std::size_t size = 1; size < bytes.size(); ++size) {
+            EXPECT_EQ(readUtf8(bytes.data(), size).length, 0U) << size << " of " << bytes.size();
+        }
+        EXPECT_EQ(readUtf8(bytes.data(), bytes.size()).length, bytes.size());
+    }
+}
+
 TEST(Utf8, knowsBytesThatContinue) {
     for (int byte = 0; byte < 256; ++byte) {
         EXPECT_EQ(continuesUtf8(static_cast<char>(byte)), byte >= 0x80 && byte < 0xC0) << byte;
@@ -125,6 +134,8 @@ TEST(Utf8, isNotCutWithinASequence) {
     }
     EXPECT_EQ(utf8Prefix("\x80\x80\x80", 2), "") << "no end of a sequence";
     EXPECT_EQ(utf8Prefix("", 0), "");
+    EXPECT_EQ(utf8Prefix(std::string_view("ab\x80").substr(0, 2), 2), "ab")
+        << "what follows the text is not looked at";
 }
 
 TEST(Utf8, knowsSurrogates) {
