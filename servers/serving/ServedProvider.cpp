@@ -107,10 +107,12 @@ ServedProvider::ServedProvider(std::unique_ptr<CIMBaseProvider> provider, Provid
 ServedProvider::~ServedProvider() = default;
 
 /// Runs `work` inside the library for the request. One that had to be abandoned there is refused.
+/// `timePerCall` as for RequestScope.
 template <class Work>
-void ServedProvider::enter(const Request& request, const OperationContext& context, Work work) {
+void ServedProvider::enter(const Request& request, const OperationContext& context, Work work,
+                           std::optional<std::chrono::milliseconds> timePerCall) {
     try {
-        const RequestScope scope(locks_, context, request.end);
+        const RequestScope scope(locks_, context, request.end, timePerCall);
         work();
     } catch (const RequestAbandoned&) {
         throw ProviderBusy();
@@ -245,14 +247,17 @@ MethodAnswer ServedProvider::runMethod(const Request& request, const OperationCo
                                        const Array<CIMParamValue>& inParameters) {
     MethodAnswer answer;
     CollectingHandler<CIMValue> handler;
-    try {
+    {
         const MethodLock methodsApart(locks_.method, request.end);
         // The method goes on after its client has given up.
-        const RequestScope scope(locks_, context, request.end, answerLimit_);
-        side<CIMMethodProvider>(*provider_)
-            .invokeMethod(context, path, methodName, inParameters, answer.outParameters, handler);
-    } catch (const RequestAbandoned&) {
-        throw ProviderBusy();
+        enter(
+            request, context,
+            [&] {
+                side<CIMMethodProvider>(*provider_)
+                    .invokeMethod(context, path, methodName, inParameters, answer.outParameters,
+                                  handler);
+            },
+            answerLimit_);
     }
     const Array<CIMValue> delivered = handler.answer();
     if (delivered.size() > 0) {

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <memory>
+#include <optional>
 
 #include <Pegasus/Common/CIMInstance.h>
 #include <Pegasus/Common/CIMObjectPath.h>
@@ -103,7 +104,8 @@ private:
     class Request;
 
     template <class Work>
-    void enter(const Request& request, const Pegasus::OperationContext& context, Work work);
+    void enter(const Request& request, const Pegasus::OperationContext& context, Work work,
+               std::optional<std::chrono::milliseconds> timePerCall = std::nullopt);
     MethodAnswer runMethod(const Request& request, const Pegasus::OperationContext& context,
                            const Pegasus::CIMObjectPath& path, const Pegasus::String& methodName,
                            const Pegasus::Array<Pegasus::CIMParamValue>& inParameters);
