@@ -13,7 +13,8 @@ public:
     ZORVA_DiagUtils() = default;
     virtual ~ZORVA_DiagUtils();
 
-    /// Appends the message to the debug log unchanged: callers supply leading blanks and line ends.
+    /// Appends the message to the debug log unchanged: callers supply leading blanks and line ends,
+    /// and have logValue() look through what clients and devices sent.
     ///
     /// The name of the log is fixed when the library is built (CMake variable ZORVA_LOG_FILE; an
     /// empty name turns the log off). Failures to write are ignored. The text of another thread may

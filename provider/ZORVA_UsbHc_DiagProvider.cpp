@@ -4,6 +4,7 @@
 
 #include <Pegasus/Provider/ProviderExceptions.h>
 
+#include "diag/LogValue.h"
 #include "diag/ZORVA_DiagUtils.h"
 #include "usbhc/ClassNames.h"
 #include "usbhc/ZORVA_UsbHc_DiagResultForMSE.h"
@@ -127,7 +128,7 @@ void ZORVA_UsbHc_DiagProvider::getInstance(const OperationContext& /*context*/,
                                            const CIMPropertyList& /*propertyList*/,
                                            ResponseHandler<CIMInstance>& handler) {
     ZORVA_DiagUtils::DEBUG_PRINT(String("\nIn getInstance IF call\n    for ref: ") +
-                                 ref.toString() + "\n");
+                                 logValue(ref.toString()) + "\n");
     handler.processing();
     if (const String* const served = servedClassOf(ref)) {
         if (*served != DIAG_TEST) {

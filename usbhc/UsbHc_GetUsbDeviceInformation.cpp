@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "diag/DeviceText.h"
+#include "diag/LogValue.h"
 #include "diag/TestState.h"
 #include "diag/ZORVA_DiagUtils.h"
 #include "usbdevices/result.h"
@@ -15,7 +16,7 @@ void ZORVA_UsbHc_DiagRunTestMethod::UsbHc_GetUsbDeviceInformation(std::string te
     ZORVA_DiagUtils::DEBUG_PRINT("In GetUsbDeviceInformation Test  \n");
     ZORVA_DiagUtils::DEBUG_PRINT("         in UsbHc_ \n");
     ZORVA_DiagUtils::DEBUG_PRINT("DeviceID is: ");
-    ZORVA_DiagUtils::DEBUG_PRINT(textFromBytes(text));
+    ZORVA_DiagUtils::DEBUG_PRINT(logValue(textFromBytes(text)));
     ZORVA_DiagUtils::DEBUG_PRINT("\n");
 
     const auto writeLine = [this](String line) { writeTestResults(std::move(line)); };

@@ -6,6 +6,7 @@
 #include <Pegasus/Common/CIMDateTime.h>
 
 #include "diag/InstanceProperties.h"
+#include "diag/LogValue.h"
 #include "diag/ReturnCode.h"
 #include "diag/TestState.h"
 #include "diag/ZORVA_DiagUtils.h"
@@ -57,7 +58,7 @@ Uint32 ZORVA_UsbHc_DiagRunTestMethod::verifyMSE() {
         return return_code::noSuchElement;
     }
     propertyValueOf(element, "DeviceID").get(deviceId_);
-    ZORVA_DiagUtils::DEBUG_PRINT(String("         DeviceID is: ") + deviceId_ + " \n");
+    ZORVA_DiagUtils::DEBUG_PRINT(String("         DeviceID is: ") + logValue(deviceId_) + " \n");
     return return_code::success;
 }
 

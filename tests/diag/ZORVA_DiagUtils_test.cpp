@@ -18,6 +18,12 @@ TEST(ZorvaDiagUtils, MessagesAreAppendedUnchanged) {
     EXPECT_EQ(folder.take(), "ab\n");
 }
 
+TEST(ZorvaDiagUtils, ControlCharactersAreAppendedAsTheyAre) {
+    LogFolder folder;
+    ZORVA_DiagUtils::DEBUG_PRINT("a\x1B\r\tb\x7F\n\n");
+    EXPECT_EQ(folder.take(), "a\x1B\r\tb\x7F\n\n");
+}
+
 TEST(ZorvaDiagUtils, MessageIsWrittenInUtf8) {
     LogFolder folder;
     ZORVA_DiagUtils::DEBUG_PRINT(String("  Ger\xC3\xA4t \xE2\x82\xAC\n"));

@@ -66,6 +66,7 @@ check "the elements of a list are listed" sh -c "usbhcdiag elements -d /usr/shar
 check "the stand-alone driver runs" sh -c "with-device-list /usr/share/$package/samples/ohci-tree.txt usbdevices | grep -q 'Desk Hub'"
 check "an empty list is told from a good run" exits_with 3 usbhcdiag run --devices /dev/null
 check "the debug log lies in its folder" test -s $log
+check "which is closed to others" sh -c "[ \"\$(stat -c '%a %U %G' ${log%/*})\" = '750 root root' ]"
 check "no process is left" sh -c '! pgrep cimhost 2>/dev/null && ! ls -l /proc/[0-9]*/exe 2>/dev/null | grep cimhost'
 check "the manual pages are there" test -s /usr/share/man/man1/usbhcdiag.1.gz
 for program in usbhcdiag cimhost with-device-list; do

@@ -163,6 +163,13 @@ TEST_F(ZorvaUsbHcDiagProvider, GetOfAnUnknownClassLogsOnlyThePath) {
     EXPECT_EQ(folder_.take(), "\nIn getInstance IF call\n    for ref: Other.k=\"v\"\n");
 }
 
+TEST_F(ZorvaUsbHcDiagProvider, KeyOfAClientForgesNoLineOfTheLog) {
+    client_.get(path("Other.k=\"v\nIn terminate provider call\n\x1B[2J\""));
+    EXPECT_EQ(folder_.take(),
+              "\nIn getInstance IF call\n"
+              "    for ref: Other.k=\"v\\x0aIn terminate provider call\\x0a\\x1b[2J\"\n");
+}
+
 // --- enumerations
 
 TEST_F(ZorvaUsbHcDiagProvider, ClassNameInLowerCaseIsServed) {

@@ -131,6 +131,14 @@ TEST_F(DeviceInformationTest, CallIsLoggedWithItsArgument) {
               "DeviceID is: arg\xC2\xAE\n");
 }
 
+TEST_F(DeviceInformationTest, ControlCharactersOfTheArgumentAreLoggedAsNumbers) {
+    PrivateDeviceList::show("");
+    testing::internal::CaptureStdout();
+    run_.UsbHc_GetUsbDeviceInformation("a\n\tb");
+    testing::internal::GetCapturedStdout();
+    EXPECT_NE(folder_.take().find("DeviceID is: a\\x0a\\x09b\n"), std::string::npos);
+}
+
 TEST_F(DeviceInformationTest, MissingResultEndsTheTest) {
     ResultTable::clear();
     PrivateDeviceList::show(block("01"));

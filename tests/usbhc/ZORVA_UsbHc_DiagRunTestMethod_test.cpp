@@ -87,6 +87,14 @@ TEST_F(ZorvaUsbHcDiagRunTestMethod, DeviceIdIsThePropertyOfTheElementNotItsKey) 
     EXPECT_EQ(folder_.take(), "         DeviceID is: the property \n");
 }
 
+TEST_F(ZorvaUsbHcDiagRunTestMethod, DeviceIdForgesNoLineOfTheLog) {
+    CIMInstance element("ZORVA_UsbHc");
+    element.addProperty(CIMProperty("DeviceID", CIMValue(String("usb1\n      TEST COMPLETE "))));
+    server_->add(elementPath("the key"), element);
+    EXPECT_EQ(run(usbTestName, "the key").verifyMSE(), 0U);
+    EXPECT_EQ(folder_.take(), "         DeviceID is: usb1\\x0a      TEST COMPLETE  \n");
+}
+
 TEST_F(ZorvaUsbHcDiagRunTestMethod, ElementThatCannotBeResolvedIs1044) {
     const CIMValue nothing(elementPath("usb9"));
     for (const CIMValue& value :
