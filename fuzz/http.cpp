@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Fuzzes the server from its socket: whatever the bytes, it answers or closes, and serves the next client.
+// Nothing that a client sends is an error of the server: no exception leaves the service, no answer is 500.
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <string_view>
 
 #include "servers/cimhost/protocol/CimService.h"
@@ -14,8 +16,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static ReplayOperations operations(6, "CIM_ERR_NOT_FOUND: nothing is here");
     static const CimService service(operations);
     static const wire::HttpServer server(
-        wire::ListenAddress("127.0.0.1", 0),
-        [](wire::HttpRequest&& request) { return service.answer(std::move(request)); });
+        wire::ListenAddress("127.0.0.1", 0), [](wire::HttpRequest&& request) noexcept {
+            wire::HttpResponse response = service.answer(std::move(request));
+            if (response.status == 500) {
+                std::abort();
+            }
+            return response;
+        });
     RawConnection connection(server.port());
     connection.send({reinterpret_cast<const char*>(data), size});
     connection.finishSending();

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "wire/cimxml/ObjectReader.h"
 
+#include <algorithm>
 #include <vector>
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/Exception.h>
 
+#include "wire/cimxml/ObjectLimits.h"
 #include "wire/cimxml/StringConversion.h"
 #include "wire/cimxml/ValueConversion.h"
 #include "wire/cimxml/XmlError.h"
@@ -44,18 +46,43 @@ CIMKeyBinding::Type keyType(XmlElement keyValue) {
     failNotValid(keyValue, "its VALUETYPE is unknown: " + quoted(type));
 }
 
-CIMObjectPath readReference(XmlElement element) {
-    return readPath(onlyChild(expectElement(element, "VALUE.REFERENCE")));
+// `depth`: how many references the element stands in.
+CIMObjectPath readPathAt(XmlElement element, Pegasus::Uint32 depth);
+
+CIMObjectPath readReference(XmlElement element, Pegasus::Uint32 depth) {
+    const XmlElement path = onlyChild(expectElement(element, "VALUE.REFERENCE"));
+    if (depth >= maximumReferenceDepth) {
+        failNotValid(element, "references are nested more than " +
+                                  std::to_string(maximumReferenceDepth) + " deep");
+    }
+    return readPathAt(path, depth + 1);
 }
 
-CIMKeyBinding readKeyBinding(XmlElement element) {
+CIMKeyBinding readKeyBinding(XmlElement element, Pegasus::Uint32 depth) {
     const Pegasus::CIMName name = nameAttribute(expectElement(element, "KEYBINDING"), "NAME");
     const XmlElement key = onlyChild(element);
     if (key.name() == "VALUE.REFERENCE") {
-        return {name, Pegasus::CIMValue(readReference(key))};
+        return {name, Pegasus::CIMValue(readReference(key, depth))};
     }
     expectElement(key, "KEYVALUE");
-    return {name, fromUtf8(key.text()), keyType(key)};
+    const Pegasus::String value = fromUtf8(key.text());
+    if (value.size() > maximumKeyLength) {
+        failNotValid(key,
+                     "its text is longer than " + std::to_string(maximumKeyLength) + " characters");
+    }
+    return {name, value, keyType(key)};
+}
+
+/// How many characters a key takes in the text of a path.
+Pegasus::Uint32 lengthInPath(const CIMKeyBinding& key) {
+    constexpr Pegasus::Uint32 separators = 4;  // .NAME="VALUE"
+    const Pegasus::String& value = key.getValue();
+    const Pegasus::Char16* const begin = value.getChar16Data();
+    const auto escaped = std::count_if(begin, begin + value.size(), [](Pegasus::Uint16 unit) {
+        return unit == '"' || unit == '\\';
+    });
+    return separators + key.getName().getString().size() + value.size() +
+           static_cast<Pegasus::Uint32>(escaped);
 }
 
 /// The host and namespace of NAMESPACEPATH.
@@ -70,10 +97,56 @@ void readNamespacePath(XmlElement element, CIMObjectPath& path) {
     path.setNameSpace(readLocalNamespace(host.next()));
 }
 
+void requirePathLength(XmlElement element, Pegasus::Uint32 length) {
+    if (length > maximumPathLength) {
+        failNotValid(element, "the path is longer than " + std::to_string(maximumPathLength) +
+                                  " characters");
+    }
+}
+
+/// Gives the path class and keys; it has host and namespace already.
+void readNameInto(CIMObjectPath& path, XmlElement element, Pegasus::Uint32 depth) {
+    constexpr Pegasus::Uint32 separators = 4;  // //HOST/NAMESPACE:CLASS
+    Pegasus::Uint32 length =
+        separators + path.getHost().size() + path.getNameSpace().getString().size();
+    if (element && element.name() == "CLASSNAME") {
+        path.setClassName(nameAttribute(element, "NAME"));
+        requirePathLength(element, length + path.getClassName().getString().size());
+        return;
+    }
+    path.setClassName(nameAttribute(expectElement(element, "INSTANCENAME"), "CLASSNAME"));
+    length += path.getClassName().getString().size();
+    requirePathLength(element, length);
+    Pegasus::Array<CIMKeyBinding> keys;
+    for (const XmlElement child : element) {
+        const CIMKeyBinding key = readKeyBinding(child, depth);
+        length += lengthInPath(key);
+        requirePathLength(element, length);
+        keys.append(key);
+    }
+    path.setKeyBindings(keys);
+}
+
+CIMObjectPath readPathAt(XmlElement element, Pegasus::Uint32 depth) {
+    const std::string_view kind = element.name();
+    const XmlElement first = element.firstChild();
+    CIMObjectPath path;
+    XmlElement name = element;
+    if (kind == "LOCALINSTANCEPATH" || kind == "LOCALCLASSPATH") {
+        path.setNameSpace(readLocalNamespace(first));
+        name = first.next();
+    } else if (kind == "INSTANCEPATH" || kind == "CLASSPATH") {
+        readNamespacePath(first, path);
+        name = first.next();
+    }
+    readNameInto(path, name, depth);
+    return path;
+}
+
 Pegasus::CIMValue readReferenceArray(XmlElement element) {
     Pegasus::Array<CIMObjectPath> paths;
     for (const XmlElement reference : element) {
-        paths.append(readReference(reference));
+        paths.append(readReference(reference, 0));
     }
     return {paths};
 }
@@ -177,35 +250,12 @@ Pegasus::CIMNamespaceName readLocalNamespace(XmlElement element) {
 
 CIMObjectPath readName(XmlElement element) {
     CIMObjectPath path;
-    if (element && element.name() == "CLASSNAME") {
-        path.setClassName(nameAttribute(element, "NAME"));
-        return path;
-    }
-    path.setClassName(nameAttribute(expectElement(element, "INSTANCENAME"), "CLASSNAME"));
-    Pegasus::Array<CIMKeyBinding> keys;
-    for (const XmlElement key : element) {
-        keys.append(readKeyBinding(key));
-    }
-    path.setKeyBindings(keys);
+    readNameInto(path, element, 0);
     return path;
 }
 
 CIMObjectPath readPath(XmlElement element) {
-    const std::string_view kind = element.name();
-    const XmlElement first = element.firstChild();
-    if (kind == "LOCALINSTANCEPATH" || kind == "LOCALCLASSPATH") {
-        const Pegasus::CIMNamespaceName nameSpace = readLocalNamespace(first);
-        CIMObjectPath path = readName(first.next());
-        path.setNameSpace(nameSpace);
-        return path;
-    }
-    if (kind == "INSTANCEPATH" || kind == "CLASSPATH") {
-        expectElement(first, "NAMESPACEPATH");
-        CIMObjectPath path = readName(first.next());
-        readNamespacePath(first, path);
-        return path;
-    }
-    return readName(element);
+    return readPathAt(element, 0);
 }
 
 std::string readValueText(XmlElement element) {
@@ -221,7 +271,7 @@ Pegasus::CIMValue readValue(XmlElement element, Pegasus::CIMType type) {
         if (kind == "VALUE.REFARRAY") {
             return readReferenceArray(element);
         }
-        return {readReference(element)};
+        return {readReference(element, 0)};
     }
     try {
         if (kind == "VALUE.ARRAY") {
@@ -277,12 +327,18 @@ Pegasus::CIMInstance readInstance(XmlElement element) {
         if (child.name() == "QUALIFIER") {
             continue;
         }
+        // Also what bounds the walk over all earlier properties that addProperty() is.
+        if (instance.getPropertyCount() >= maximumProperties) {
+            failNotValid(element, "there are more than " + std::to_string(maximumProperties) +
+                                      " properties inside");
+        }
         const Pegasus::CIMProperty property = readProperty(child);
-        if (instance.findProperty(property.getName()) != PEG_NOT_FOUND) {
+        try {
+            instance.addProperty(property);
+        } catch (const Pegasus::AlreadyExistsException&) {
             failNotValid(element, "the property " + quoted(toUtf8(property.getName().getString())) +
                                       " is given twice");
         }
-        instance.addProperty(property);
     }
     return instance;
 }
@@ -303,6 +359,9 @@ Pegasus::CIMInstance readInstanceWithPath(XmlElement element) {
 
 Pegasus::CIMParamValue readParamValue(XmlElement element) {
     const std::string name = requiredAttribute(expectElement(element, "PARAMVALUE"), "NAME");
+    if (name.empty()) {
+        failNotValid(element, "its attribute \"NAME\" is empty");
+    }
     const XmlElement content = element.firstChild();
     if (content && content.next()) {
         failNotValid(element, "more than one value is inside");

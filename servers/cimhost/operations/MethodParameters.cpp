@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include <Pegasus/Common/CIMObjectPath.h>
 #include <Pegasus/Common/Exception.h>
 
 #include "wire/cimxml/StringConversion.h"
@@ -16,7 +15,6 @@ namespace {
 
 using Pegasus::Array;
 using Pegasus::CIMException;
-using Pegasus::CIMObjectPath;
 using Pegasus::CIMParamValue;
 using Pegasus::CIMType;
 using Pegasus::CIMValue;
@@ -28,21 +26,7 @@ using Pegasus::Uint32;
                        String("Malformed ") + Pegasus::cimTypeToString(type) + " value");
 }
 
-CIMValue parseScalar(CIMType type, const String& text) {
-    if (type == Pegasus::CIMTYPE_REFERENCE) {
-        return CIMValue(CIMObjectPath(text));
-    }
-    return wire::parseValue(type, wire::toUtf8(text));
-}
-
 CIMValue parseElements(CIMType type, const Array<String>& texts) {
-    if (type == Pegasus::CIMTYPE_REFERENCE) {
-        Array<CIMObjectPath> paths;
-        for (Uint32 index = 0; index < texts.size(); ++index) {
-            paths.append(CIMObjectPath(texts[index]));
-        }
-        return CIMValue(paths);
-    }
     std::vector<std::string> elements;
     elements.reserve(texts.size());
     for (Uint32 index = 0; index < texts.size(); ++index) {
@@ -63,6 +47,7 @@ CIMValue typedValue(const wire::ParameterDefinition& declared, const CIMValue& u
     if (isReference) {
         return untyped;
     }
+    // A text is no reference, even if it spells a path: OpenPegasus refuses it, too.
     try {
         if (declared.isArray) {
             Array<String> texts;
@@ -71,9 +56,7 @@ CIMValue typedValue(const wire::ParameterDefinition& declared, const CIMValue& u
         }
         String text;
         untyped.get(text);
-        return parseScalar(declared.type, text);
-    } catch (const Pegasus::Exception&) {
-        refuse(declared.type);
+        return wire::parseValue(declared.type, wire::toUtf8(text));
     } catch (const wire::MalformedValue&) {
         refuse(declared.type);
     }

@@ -67,25 +67,18 @@ std::string extensionNumber(const wire::HttpFields& fields) {
     return std::string(isNumber ? number : defaultNumber);
 }
 
-/// Whether the keys of two paths have the same names and values. Their types are not compared: a
-/// path written as text does not tell every type, and the message says it anyway.
+/// Whether the keys of two paths, which are sorted by their names, have the same names and values.
+/// Their types are not compared: a path written as text does not tell every type, and the message
+/// says it anyway.
 bool sameKeys(const Pegasus::CIMObjectPath& left, const Pegasus::CIMObjectPath& right) {
     const auto& keys = left.getKeyBindings();
     const auto& others = right.getKeyBindings();
-    if (keys.size() != others.size()) {
-        return false;
-    }
-    for (Pegasus::Uint32 i = 0; i < keys.size(); ++i) {
-        bool found = false;
-        for (Pegasus::Uint32 k = 0; k < others.size() && !found; ++k) {
-            found = keys[i].getName().equal(others[k].getName()) &&
-                    keys[i].getValue() == others[k].getValue();
-        }
-        if (!found) {
-            return false;
-        }
-    }
-    return true;
+    const Pegasus::CIMKeyBinding* const begin = keys.getData();
+    const Pegasus::CIMKeyBinding* const end = begin + keys.size();
+    return keys.size() == others.size() &&
+           std::equal(begin, end, others.getData(), [](const auto& key, const auto& other) {
+               return key.getName().equal(other.getName()) && key.getValue() == other.getValue();
+           });
 }
 
 /// Whether text names the object that a method is invoked on.

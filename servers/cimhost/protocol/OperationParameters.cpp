@@ -9,6 +9,7 @@
 #include <Pegasus/Common/Exception.h>
 
 #include "base/Ascii.h"
+#include "wire/cimxml/ObjectLimits.h"
 #include "wire/cimxml/ObjectReader.h"
 #include "wire/cimxml/StringConversion.h"
 
@@ -119,6 +120,11 @@ Pegasus::CIMPropertyList OperationParameters::propertyList(std::string_view name
     }
     Pegasus::Array<Pegasus::CIMName> names;
     for (const wire::XmlElement value : wire::expectElement(list, "VALUE.ARRAY")) {
+        // Each property of each instance is looked for in this list.
+        if (names.size() >= wire::maximumProperties) {
+            wire::failNotValid(list, "there are more than " +
+                                         std::to_string(wire::maximumProperties) + " names inside");
+        }
         names.append(nameFromValue(value));
     }
     return {names};

@@ -2,6 +2,7 @@
 #include "servers/cimhost/repository/InstanceForms.h"
 
 #include <cstdint>
+#include <string>
 
 #include <Pegasus/Common/CIMProperty.h>
 #include <Pegasus/Common/Exception.h>
@@ -9,6 +10,7 @@
 #include "base/Ascii.h"
 #include "base/Integers.h"
 #include "servers/serving/PathForms.h"
+#include "wire/cimxml/ObjectLimits.h"
 #include "wire/cimxml/StringConversion.h"
 
 namespace cimhost {
@@ -36,6 +38,14 @@ CIMObjectPath relativeToNamespace(const CIMObjectPath& path,
     return elsewhere ? path : serving::withoutLocation(path);
 }
 
+void requireLength(const String& what, const String& text, Uint32 limit) {
+    if (text.size() > limit) {
+        throw CIMException(Pegasus::CIM_ERR_SERVER_LIMITS_EXCEEDED,
+                           what + String(" is longer than ") +
+                               String(std::to_string(limit).c_str()) + String(" characters"));
+    }
+}
+
 CIMObjectPath buildPath(const wire::ClassDefinition& definition, const CIMInstance& instance) {
     Pegasus::Array<CIMKeyBinding> keys;
     for (const wire::PropertyDefinition& property : definition.properties) {
@@ -48,9 +58,16 @@ CIMObjectPath buildPath(const wire::ClassDefinition& definition, const CIMInstan
             throw CIMException(Pegasus::CIM_ERR_INVALID_PARAMETER,
                                String("the key ") + property.name.getString() + " has no value");
         }
-        keys.append(CIMKeyBinding(property.name, value));
+        const CIMKeyBinding key(property.name, value);
+        if (key.getType() != CIMKeyBinding::REFERENCE) {
+            requireLength(String("the key ") + property.name.getString(), key.getValue(),
+                          wire::maximumKeyLength);
+        }
+        keys.append(key);
     }
-    return CIMObjectPath(String(), Pegasus::CIMNamespaceName(), definition.name, keys);
+    CIMObjectPath path(String(), Pegasus::CIMNamespaceName(), definition.name, keys);
+    requireLength("the path of the instance", path.toString(), wire::maximumPathLength);
+    return path;
 }
 
 std::string folded(const String& name) {

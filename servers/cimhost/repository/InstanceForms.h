@@ -18,7 +18,8 @@ namespace cimhost {
 /// name. References into the same namespace lose host and namespace. The path holds class and keys.
 ///
 /// Throws CIMException: CIM_ERR_FAILED with "no such property: NAME" or "type mismatch" as
-/// OpenPegasus does; CIM_ERR_INVALID_PARAMETER for a key without a value or an abstract class.
+/// OpenPegasus does; CIM_ERR_INVALID_PARAMETER for a key without a value or an abstract class;
+/// CIM_ERR_SERVER_LIMITS_EXCEEDED for a key or a path beyond wire/cimxml/ObjectLimits.h.
 Pegasus::CIMInstance completeInstance(const wire::ClassDefinition& definition,
                                       const Pegasus::CIMInstance& given,
                                       const Pegasus::CIMNamespaceName& nameSpace);

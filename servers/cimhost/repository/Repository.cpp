@@ -8,6 +8,7 @@
 #include <Pegasus/Common/Exception.h>
 
 #include "servers/cimhost/repository/InstanceForms.h"
+#include "servers/cimhost/repository/InstanceSize.h"
 #include "servers/serving/PathForms.h"
 
 namespace cimhost {
@@ -21,6 +22,48 @@ using Pegasus::CIMValue;
 using Pegasus::String;
 using Pegasus::Uint32;
 
+namespace {
+
+[[noreturn]] void notFound(const CIMObjectPath& path) {
+    throw CIMException(Pegasus::CIM_ERR_NOT_FOUND, serving::withoutLocation(path).toString());
+}
+
+/// A property and the value that it is to get.
+struct Change {
+    CIMName property;
+    CIMValue value;
+};
+
+/// What is to be changed of `stored`; throws what modifyInstance() does.
+std::vector<Change> acceptedChanges(const wire::ClassDefinition& definition,
+                                    const CIMNamespaceName& nameSpace, const CIMInstance& stored,
+                                    const CIMInstance& given,
+                                    const Pegasus::CIMPropertyList& propertyList) {
+    std::vector<Change> accepted;
+    for (Uint32 index = 0; index < given.getPropertyCount(); ++index) {
+        const Pegasus::CIMConstProperty property = given.getProperty(index);
+        if (!propertyList.isNull() && !propertyList.contains(property.getName())) {
+            continue;
+        }
+        const wire::PropertyDefinition* const declared =
+            definition.findProperty(property.getName());
+        if (declared == nullptr) {
+            throw CIMException(Pegasus::CIM_ERR_NO_SUCH_PROPERTY, property.getName().getString());
+        }
+        CIMValue value = storedValue(*declared, property.getValue(), nameSpace);
+        const Uint32 position = stored.findProperty(declared->name);
+        if (declared->isKey() && !(value == stored.getProperty(position).getValue())) {
+            throw CIMException(Pegasus::CIM_ERR_NOT_SUPPORTED,
+                               String("the key ") + declared->name.getString() +
+                                   " of an instance cannot be changed");
+        }
+        accepted.push_back({declared->name, std::move(value)});
+    }
+    return accepted;
+}
+
+}  // namespace
+
 const Repository::Extent* Repository::findExtent(const CIMNamespaceName& nameSpace,
                                                  const CIMName& className) const {
     const auto extents = namespaces_.find(nameSpace);
@@ -31,16 +74,13 @@ const Repository::Extent* Repository::findExtent(const CIMNamespaceName& nameSpa
     return extent == extents->second.end() ? nullptr : &extent->second;
 }
 
-const CIMInstance& Repository::require(const CIMNamespaceName& nameSpace,
-                                       const CIMObjectPath& path) const {
-    const Extent* const extent = findExtent(nameSpace, path.getClassName());
-    if (extent != nullptr) {
-        const auto found = extent->byIdentity.find(instanceIdentity(path));
-        if (found != extent->byIdentity.end()) {
-            return *found->second;
-        }
+void Repository::requireRoom(std::size_t moreBytes) const {
+    if (bytes_ + moreBytes > maximumBytes) {
+        constexpr std::size_t mebibyte = 1024UL * 1024;
+        const std::string text = "the instances of the repository would take more than " +
+                                 std::to_string(maximumBytes / mebibyte) + " MiB";
+        throw CIMException(Pegasus::CIM_ERR_SERVER_LIMITS_EXCEEDED, String(text.c_str()));
     }
-    throw CIMException(Pegasus::CIM_ERR_NOT_FOUND, serving::withoutLocation(path).toString());
 }
 
 CIMObjectPath Repository::createInstance(const CIMNamespaceName& nameSpace,
@@ -49,73 +89,99 @@ CIMObjectPath Repository::createInstance(const CIMNamespaceName& nameSpace,
     CIMInstance complete = completeInstance(*definition, instance.clone(), nameSpace);
     CIMObjectPath path = complete.getPath();
     std::string identity = instanceIdentity(path);
+    const std::size_t bytes = sizeOf(complete);
+    const String text = path.toString();
 
     const base::ExclusiveLock lock(mutex_);
     Extent& extent = namespaces_[nameSpace][definition->name];
     if (extent.byIdentity.find(identity) != extent.byIdentity.end()) {
-        throw CIMException(Pegasus::CIM_ERR_ALREADY_EXISTS, path.toString());
+        throw CIMException(Pegasus::CIM_ERR_ALREADY_EXISTS, text);
     }
     if (instanceCount_ >= maximumInstances) {
         throw CIMException(Pegasus::CIM_ERR_SERVER_LIMITS_EXCEEDED,
                            "the repository holds as many instances as it may");
     }
-    const auto position = extent.instances.insert(extent.instances.end(), std::move(complete));
+    requireRoom(bytes);
+    const auto position =
+        extent.instances.insert(extent.instances.end(), {std::move(complete), bytes});
     extent.byIdentity.emplace(std::move(identity), position);
     ++instanceCount_;
+    bytes_ += bytes;
     return path;
 }
 
 CIMInstance Repository::getInstance(const CIMNamespaceName& nameSpace,
                                     const CIMObjectPath& path) const {
     schema_.requireClass(nameSpace, path.getClassName());
-    const base::SharedLock lock(mutex_);
-    return require(nameSpace, path).clone();
+    const std::string identity = instanceIdentity(path);
+    {
+        const base::SharedLock lock(mutex_);
+        if (const Extent* const extent = findExtent(nameSpace, path.getClassName())) {
+            const auto found = extent->byIdentity.find(identity);
+            if (found != extent->byIdentity.end()) {
+                return found->second->instance.clone();
+            }
+        }
+    }
+    notFound(path);
 }
 
 void Repository::modifyInstance(const CIMNamespaceName& nameSpace, const CIMObjectPath& path,
                                 const CIMInstance& changes,
                                 const Pegasus::CIMPropertyList& propertyList) {
     const auto definition = schema_.requireClass(nameSpace, path.getClassName());
-    const CIMInstance given = changes.clone();
-
-    const base::ExclusiveLock lock(mutex_);
-    CIMInstance stored = require(nameSpace, path);
-    std::vector<std::pair<Uint32, CIMValue>> accepted;
-    for (Uint32 index = 0; index < given.getPropertyCount(); ++index) {
-        const Pegasus::CIMConstProperty property = given.getProperty(index);
-        if (!propertyList.isNull() && !propertyList.contains(property.getName())) {
-            continue;
-        }
-        const wire::PropertyDefinition* const declared =
-            definition->findProperty(property.getName());
-        if (declared == nullptr) {
-            throw CIMException(Pegasus::CIM_ERR_NO_SUCH_PROPERTY, property.getName().getString());
-        }
-        const Uint32 position = stored.findProperty(declared->name);
-        CIMValue value = storedValue(*declared, property.getValue(), nameSpace);
-        if (declared->isKey() && !(value == stored.getProperty(position).getValue())) {
-            throw CIMException(Pegasus::CIM_ERR_NOT_SUPPORTED,
-                               String("the key ") + declared->name.getString() +
-                                   " of an instance cannot be changed");
-        }
-        accepted.emplace_back(position, std::move(value));
+    // The keys of an instance of that identity never change, so that a copy tells enough.
+    const std::vector<Change> accepted = acceptedChanges(
+        *definition, nameSpace, getInstance(nameSpace, path), changes.clone(), propertyList);
+    std::size_t bytesOfNew = 0;
+    for (const Change& change : accepted) {
+        bytesOfNew += sizeOf(change.value);
     }
-    for (const auto& [position, value] : accepted) {
-        Pegasus::CIMProperty property = stored.getProperty(position);
-        property.setValue(value);
-        property.setPropagated(false);
+    const std::string identity = instanceIdentity(path);
+    {
+        const base::ExclusiveLock lock(mutex_);
+        const Extent& extent = namespaces_[nameSpace][path.getClassName()];
+        const auto found = extent.byIdentity.find(identity);
+        if (found != extent.byIdentity.end()) {
+            Stored& stored = *found->second;
+            std::vector<Pegasus::CIMProperty> properties;
+            std::size_t bytesOfOld = 0;
+            for (const Change& change : accepted) {
+                properties.push_back(
+                    stored.instance.getProperty(stored.instance.findProperty(change.property)));
+                bytesOfOld += sizeOf(properties.back().getValue());
+            }
+            if (bytesOfNew > bytesOfOld) {
+                requireRoom(bytesOfNew - bytesOfOld);
+            }
+            for (std::size_t i = 0; i < accepted.size(); ++i) {
+                properties[i].setValue(accepted[i].value);
+                properties[i].setPropagated(false);
+            }
+            stored.bytes += bytesOfNew - bytesOfOld;
+            bytes_ += bytesOfNew - bytesOfOld;
+            return;
+        }
     }
+    notFound(path);
 }
 
 void Repository::deleteInstance(const CIMNamespaceName& nameSpace, const CIMObjectPath& path) {
     schema_.requireClass(nameSpace, path.getClassName());
-    const base::ExclusiveLock lock(mutex_);
-    require(nameSpace, path);
-    Extent& extent = namespaces_[nameSpace][path.getClassName()];
-    const auto found = extent.byIdentity.find(instanceIdentity(path));
-    extent.instances.erase(found->second);
-    extent.byIdentity.erase(found);
-    --instanceCount_;
+    const std::string identity = instanceIdentity(path);
+    {
+        const base::ExclusiveLock lock(mutex_);
+        Extent& extent = namespaces_[nameSpace][path.getClassName()];
+        const auto found = extent.byIdentity.find(identity);
+        if (found != extent.byIdentity.end()) {
+            bytes_ -= found->second->bytes;
+            --instanceCount_;
+            extent.instances.erase(found->second);
+            extent.byIdentity.erase(found);
+            return;
+        }
+    }
+    notFound(path);
 }
 
 Pegasus::Array<CIMInstance> Repository::enumerateInstances(const CIMNamespaceName& nameSpace,
@@ -124,8 +190,8 @@ Pegasus::Array<CIMInstance> Repository::enumerateInstances(const CIMNamespaceNam
     Pegasus::Array<CIMInstance> result;
     const base::SharedLock lock(mutex_);
     if (const Extent* const extent = findExtent(nameSpace, className); extent != nullptr) {
-        for (const CIMInstance& instance : extent->instances) {
-            result.append(instance.clone());
+        for (const Stored& stored : extent->instances) {
+            result.append(stored.instance.clone());
         }
     }
     return result;
@@ -137,8 +203,8 @@ Pegasus::Array<CIMObjectPath> Repository::enumerateInstanceNames(const CIMNamesp
     Pegasus::Array<CIMObjectPath> result;
     const base::SharedLock lock(mutex_);
     if (const Extent* const extent = findExtent(nameSpace, className); extent != nullptr) {
-        for (const CIMInstance& instance : extent->instances) {
-            result.append(instance.getPath());
+        for (const Stored& stored : extent->instances) {
+            result.append(stored.instance.getPath());
         }
     }
     return result;

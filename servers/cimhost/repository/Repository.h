@@ -24,10 +24,15 @@ namespace cimhost {
 /// Any number of threads may call any operation; instances handed out are the caller's own.
 /// Refusals are CIMExceptions as OpenPegasus answers them: CIM_ERR_INVALID_NAMESPACE and
 /// CIM_ERR_INVALID_CLASS with the name, CIM_ERR_NOT_FOUND and CIM_ERR_ALREADY_EXISTS with the path.
+/// What a request's paths take to be read, compared or written is done without the lock, so that
+/// it holds up nobody else.
 class Repository {
 public:
     /// Instances of all classes together; one more is CIM_ERR_SERVER_LIMITS_EXCEEDED.
     static constexpr std::size_t maximumInstances = 10000;
+
+    /// Bytes of all instances together, as sizeOf() counts them; likewise.
+    static constexpr std::size_t maximumBytes = 32UL * 1024 * 1024;
 
     /// The schema must outlive the repository and not change while the repository is used by
     /// several threads.
@@ -44,7 +49,7 @@ public:
 
     /// Changes the properties given, or those of them in the list where it is not null. Nothing is
     /// changed if one of them is refused: CIM_ERR_NO_SUCH_PROPERTY, CIM_ERR_FAILED "type mismatch",
-    /// CIM_ERR_NOT_SUPPORTED for another value of a key.
+    /// CIM_ERR_NOT_SUPPORTED for another value of a key, CIM_ERR_SERVER_LIMITS_EXCEEDED for too much.
     void modifyInstance(const Pegasus::CIMNamespaceName& nameSpace,
                         const Pegasus::CIMObjectPath& path, const Pegasus::CIMInstance& changes,
                         const Pegasus::CIMPropertyList& propertyList);
@@ -61,7 +66,11 @@ public:
         const Pegasus::CIMNamespaceName& nameSpace, const Pegasus::CIMName& className) const;
 
 private:
-    using Instances = std::list<Pegasus::CIMInstance>;
+    struct Stored {
+        Pegasus::CIMInstance instance;
+        std::size_t bytes;
+    };
+    using Instances = std::list<Stored>;
 
     /// The instances of one class in one namespace.
     struct Extent {
@@ -70,16 +79,16 @@ private:
     };
     using Extents = std::map<Pegasus::CIMName, Extent, NameOrder>;
 
+    /// Null where there are no instances of the class.
     const Extent* findExtent(const Pegasus::CIMNamespaceName& nameSpace,
                              const Pegasus::CIMName& className) const ZORVA_REQUIRES_SHARED(mutex_);
-    const Pegasus::CIMInstance& require(const Pegasus::CIMNamespaceName& nameSpace,
-                                        const Pegasus::CIMObjectPath& path) const
-        ZORVA_REQUIRES_SHARED(mutex_);
+    void requireRoom(std::size_t moreBytes) const ZORVA_REQUIRES_SHARED(mutex_);
 
     const Schema& schema_;
     mutable base::SharedMutex mutex_;
     std::map<Pegasus::CIMNamespaceName, Extents, NameOrder> namespaces_ ZORVA_GUARDED_BY(mutex_);
     std::size_t instanceCount_ ZORVA_GUARDED_BY(mutex_) = 0;
+    std::size_t bytes_ ZORVA_GUARDED_BY(mutex_) = 0;
 };
 
 }  // namespace cimhost

@@ -60,6 +60,27 @@ Pegasus::CIMParamValue parameter(const std::string& element) {
     return readParamValue(Source(element).element());
 }
 
+/// A name with one key, which stands in that many references.
+std::string nestedName(int references, const std::string& keyText) {
+    std::string key = "<KEYVALUE>" + keyText + "</KEYVALUE>";
+    const auto name = [](const std::string& inside) {
+        return "<INSTANCENAME CLASSNAME=\"A\"><KEYBINDING NAME=\"b\">" + inside +
+               "</KEYBINDING></INSTANCENAME>";
+    };
+    for (int i = 0; i < references; ++i) {
+        key = "<VALUE.REFERENCE>" + name(key) + "</VALUE.REFERENCE>";
+    }
+    return name(key);
+}
+
+std::string instanceWith(Pegasus::Uint32 properties) {
+    std::string instance = "<INSTANCE CLASSNAME=\"A\">";
+    for (Pegasus::Uint32 i = 0; i < properties; ++i) {
+        instance += "<PROPERTY NAME=\"p" + std::to_string(i) + "\" TYPE=\"uint8\"/>";
+    }
+    return instance + "</INSTANCE>";
+}
+
 const std::string instanceName =
     "<INSTANCENAME CLASSNAME=\"A\"><KEYBINDING NAME=\"b\"><KEYVALUE>c</KEYVALUE></KEYBINDING>"
     "</INSTANCENAME>";
@@ -235,6 +256,59 @@ TEST(ObjectReader, saysWhatIsWrongWithAnInstance) {
               "element \"VALUE.NAMEDINSTANCE\": the name of the instance is missing");
 }
 
+TEST(ObjectReader, referencesNestEightDeepAndNoDeeper) {
+    EXPECT_EQ(path(nestedName(1, "c")), "A.b=\"A.b=\\\"c\\\"\"");
+    EXPECT_EQ(whatIsWrongWithPath(nestedName(8, "c")), "nothing");
+    EXPECT_EQ(whatIsWrongWithPath(nestedName(9, "c")),
+              "element \"VALUE.REFERENCE\": references are nested more than 8 deep");
+    const auto parameterOf = [](int references) {
+        return "<PARAMVALUE NAME=\"P\"><VALUE.REFERENCE>" + nestedName(references - 1, "c") +
+               "</VALUE.REFERENCE></PARAMVALUE>";
+    };
+    EXPECT_EQ(whatIsWrongWithParameter(parameterOf(8)), "nothing");
+    EXPECT_EQ(whatIsWrongWithParameter(parameterOf(9)),
+              "element \"VALUE.REFERENCE\": references are nested more than 8 deep");
+}
+
+TEST(ObjectReader, aKeyHas4096CharactersAndNoMore) {
+    EXPECT_EQ(whatIsWrongWithPath(nestedName(0, std::string(4096, 'x'))), "nothing");
+    EXPECT_EQ(whatIsWrongWithPath(nestedName(0, std::string(4097, 'x'))),
+              "element \"KEYVALUE\": its text is longer than 4096 characters");
+}
+
+TEST(ObjectReader, aPathHas8192CharactersAndNoMore) {
+    const std::string tooLong = "element \"INSTANCENAME\": the path is longer than 8192 characters";
+    const auto withKeys = [](int count, const std::string& tag) {
+        std::string name = "<INSTANCENAME CLASSNAME=\"A\">";
+        for (int i = 0; i < count; ++i) {
+            name += "<KEYBINDING NAME=\"b\"><KEYVALUE>" + tag + "</KEYVALUE></KEYBINDING>";
+        }
+        return name + "</INSTANCENAME>";
+    };
+    const std::string text(1000, 'x');
+    EXPECT_EQ(whatIsWrongWithPath(withKeys(8, text)), "nothing");
+    EXPECT_EQ(whatIsWrongWithPath(withKeys(9, text)), tooLong);
+    EXPECT_EQ(whatIsWrongWithPath(withKeys(1400, "")), "nothing");
+    EXPECT_EQ(whatIsWrongWithPath(withKeys(1700, "")), tooLong);
+    // Each reference doubles what stands before a quotation mark or a backslash.
+    EXPECT_EQ(whatIsWrongWithPath(nestedName(5, std::string(100, '"'))), "nothing");
+    EXPECT_EQ(whatIsWrongWithPath(nestedName(6, std::string(100, '"'))), tooLong);
+    EXPECT_EQ(whatIsWrongWithPath(nestedName(6, std::string(100, '\\'))), tooLong);
+    std::string elsewhere = "<LOCALINSTANCEPATH><LOCALNAMESPACEPATH>";
+    for (int i = 0; i < 9; ++i) {
+        elsewhere += "<NAMESPACE NAME=\"" + text + "\"/>";
+    }
+    EXPECT_EQ(whatIsWrongWithPath(elsewhere + "</LOCALNAMESPACEPATH>" + instanceName +
+                                  "</LOCALINSTANCEPATH>"),
+              tooLong);
+}
+
+TEST(ObjectReader, anInstanceHas256PropertiesAndNoMore) {
+    EXPECT_EQ(whatIsWrong(instanceWith(256), readInstance), "nothing");
+    EXPECT_EQ(whatIsWrong(instanceWith(257), readInstance),
+              "element \"INSTANCE\": there are more than 256 properties inside");
+}
+
 TEST(ObjectReader, readsTypedParameters) {
     const Pegasus::CIMParamValue number =
         parameter("<PARAMVALUE NAME=\"P\" PARAMTYPE=\"uint16\"><VALUE>0x10</VALUE></PARAMVALUE>");
@@ -279,4 +353,6 @@ TEST(ObjectReader, saysWhatIsWrongWithAParameter) {
               "element \"PARAMVALUE\": more than one value is inside");
     EXPECT_EQ(whatIsWrongWithParameter("<PARAMVALUE/>"),
               "element \"PARAMVALUE\": its attribute \"NAME\" is missing");
+    EXPECT_EQ(whatIsWrongWithParameter("<PARAMVALUE NAME=\"\"><VALUE>x</VALUE></PARAMVALUE>"),
+              "element \"PARAMVALUE\": its attribute \"NAME\" is empty");
 }

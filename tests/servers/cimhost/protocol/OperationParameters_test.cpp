@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "wire/cimxml/StringConversion.h"
+#include "wire/cimxml/XmlError.h"
 
 using namespace cimhost;
 
@@ -59,6 +60,24 @@ TEST(OperationParameters, anEmptyListIsNotNull) {
         OperationParameters(empty.request(), {"P"}).propertyList("P");
     EXPECT_FALSE(list.isNull());
     EXPECT_EQ(list.size(), 0U);
+}
+
+TEST(OperationParameters, aListHas256NamesAndNoMore) {
+    const auto listOf = [](int names) {
+        std::string list = "<IPARAMVALUE NAME=\"P\"><VALUE.ARRAY>";
+        for (int i = 0; i < names; ++i) {
+            list += "<VALUE>p" + std::to_string(i) + "</VALUE>";
+        }
+        const ParametersOf given(list + "</VALUE.ARRAY></IPARAMVALUE>");
+        return OperationParameters(given.request(), {"P"}).propertyList("P").size();
+    };
+    EXPECT_EQ(listOf(256), 256U);
+    try {
+        listOf(257);
+        ADD_FAILURE() << "taken";
+    } catch (const wire::XmlError& error) {
+        EXPECT_STREQ(error.what(), "element \"VALUE.ARRAY\": there are more than 256 names inside");
+    }
 }
 
 TEST(OperationParameters, tellsNamesOfClassesFromThoseOfInstances) {

@@ -256,6 +256,60 @@ TEST_F(RepositoryTest, InstancesAreLimitedInNumber) {
               "no exception");
 }
 
+TEST_F(RepositoryTest, KeysAndPathsAreLimitedInLength) {
+    const auto created = [&](std::size_t length, char character) {
+        const std::string name(length, character);
+        return refusal([&] { repository_.createInstance(nameSpace_, thing(1, name.c_str())); });
+    };
+    EXPECT_EQ(created(4096, 'x'), "no exception");
+    EXPECT_EQ(created(4097, 'x'), "27 the key Name is longer than 4096 characters");
+    EXPECT_EQ(created(4096, '"'), "27 the path of the instance is longer than 8192 characters");
+}
+
+TEST_F(RepositoryTest, InstancesAreLimitedInSize) {
+    constexpr Uint32 many = 15;
+    const auto noteOf = [](std::size_t bytes) {
+        return CIMProperty(CIMName("Note"), CIMValue(String(std::string(bytes / 2, 'x').c_str())));
+    };
+    const auto large = [&](Uint32 id, std::size_t bytes) {
+        CIMInstance instance = thing(id, "a");
+        instance.removeProperty(instance.findProperty(CIMName("note")));
+        instance.addProperty(noteOf(bytes));
+        return instance;
+    };
+    const auto modified = [&](std::size_t bytes) {
+        CIMInstance changes("T_Thing");
+        changes.addProperty(noteOf(bytes));
+        return refusal([&] {
+            repository_.modifyInstance(nameSpace_, path("T_Thing.Id=1,Name=\"a\""), changes,
+                                       CIMPropertyList());
+        });
+    };
+    const std::string full = "27 the instances of the repository would take more than 32 MiB";
+    constexpr std::size_t share = Repository::maximumBytes / (many + 1);
+    for (Uint32 id = 0; id < many; ++id) {
+        repository_.createInstance(nameSpace_, large(id, share));
+    }
+    EXPECT_EQ(refusal([&] { repository_.createInstance(nameSpace_, large(many, share)); }), full);
+    EXPECT_EQ(modified(2 * share), full);
+    EXPECT_EQ(value("T_Thing.Id=1,Name=\"a\"", "Note"), noteOf(share).getValue()) << "as it was";
+    EXPECT_EQ(modified(2), "no exception");
+    EXPECT_EQ(refusal([&] { repository_.createInstance(nameSpace_, large(many, share)); }),
+              "no exception");
+    EXPECT_EQ(modified(share), full);
+    repository_.deleteInstance(nameSpace_, path("T_Thing.Id=0,Name=\"a\""));
+    EXPECT_EQ(modified(share), "no exception");
+}
+
+TEST_F(RepositoryTest, WhatIsNotThereCannotBeChanged) {
+    const CIMObjectPath name = path("T_Thing.Id=1,Name=\"a\"");
+    CIMInstance changes("T_Thing");
+    changes.addProperty(CIMProperty(CIMName("Nope"), CIMValue(Uint16(9))));
+    EXPECT_EQ(
+        refusal([&] { repository_.modifyInstance(nameSpace_, name, changes, CIMPropertyList()); }),
+        "6 T_Thing.Id=1,Name=\"a\"");
+}
+
 TEST_F(RepositoryTest, ThreadsMayReadAndChangeAtOnce) {
     std::vector<std::thread> threads;
     for (Uint32 number = 0; number < 4; ++number) {
