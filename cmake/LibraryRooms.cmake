@@ -9,7 +9,6 @@ function(zorva_add_library_room name)
     zorva_room_headers(${name})
     target_link_libraries(${name} PUBLIC zorva_options pegasus_interface pegasus_model
         ${room_LIBRARIES})
-    zorva_hide_symbols(${name})
     if(TARGET openpegasus_sdk)
         add_library(${name}_openpegasus STATIC ${room_SOURCES})
         set(libraries "")
@@ -22,22 +21,13 @@ function(zorva_add_library_room name)
         zorva_room_headers(${name}_openpegasus)
         target_link_libraries(${name}_openpegasus PUBLIC zorva_options pegasus_interface
             openpegasus_sdk ${libraries})
-        zorva_hide_symbols(${name}_openpegasus)
     endif()
-endfunction()
-
-# OpenPegasus loads providers globally: whatever a library exports may meet a namesake.
-function(zorva_hide_symbols target)
-    set_target_properties(${target} PROPERTIES
-        CXX_VISIBILITY_PRESET hidden
-        VISIBILITY_INLINES_HIDDEN ON)
 endfunction()
 
 # zorva_export_factory_only(NAME): a loadable library exports PegasusCreateProvider and nothing else.
 # Hidden visibility alone would leave weak symbols of templates and of the server's own classes.
 set(zorva_factory_only_map ${CMAKE_CURRENT_LIST_DIR}/factory-only.map)
 function(zorva_export_factory_only target)
-    zorva_hide_symbols(${target})
     target_link_options(${target} PRIVATE -Wl,--version-script=${zorva_factory_only_map})
     set_target_properties(${target} PROPERTIES LINK_DEPENDS ${zorva_factory_only_map})
     # Sanitizers leave their own symbols for the program to bring.

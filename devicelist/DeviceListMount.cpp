@@ -63,7 +63,7 @@ void createFolder(const std::string& path) {
     }
 }
 
-void bind(const std::string& what, const std::string& at, const std::string& name) {
+void bindMount(const std::string& what, const std::string& at, const std::string& name) {
     if (mount(what.c_str(), at.c_str(), nullptr, MS_BIND | MS_REC, nullptr) != 0) {
         fail("cannot show " + name + " at " + at);
     }
@@ -142,7 +142,7 @@ void showAgain(const HeldPath& covered, const std::string& folder, const char* n
     } else {
         createFile(shown);
     }
-    bind(covered.path() + "/" + name, shown, shown);
+    bindMount(covered.path() + "/" + name, shown, shown);
 }
 
 /// Covers `folder` with an empty file system in memory under which its entries stay visible.
@@ -214,7 +214,7 @@ void DeviceListMount::enter() const {
     // Opened in the view, whose mounts alone can be bound; and before the cover, which may hide it.
     const HeldPath file(file_);
     preparePlace(place_);
-    bind(file.path(), place_, file_);
+    bindMount(file.path(), place_, file_);
     makeReadOnly(place_);
 }
 

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Appending to the debug log.
+// The debug log: its name, and appending to it.
 #pragma once
 
 namespace Pegasus {
+
+/// Name of the debug log, fixed when the library is built (CMake variable ZORVA_LOG_FILE); empty if
+/// nothing is to be logged.
+extern const char* const debugLogName;
 
 /// Appends a text to a log file. The file is opened and closed in each call, so that nothing is
 /// lost if the process dies right after it.

@@ -8,7 +8,7 @@ namespace Pegasus {
 ZORVA_DiagUtils::~ZORVA_DiagUtils() = default;
 
 void ZORVA_DiagUtils::DEBUG_PRINT(String message) {
-    appendToLogFile(ZORVA_LOG_FILE, message.getCString());
+    appendToLogFile(debugLogName, message.getCString());
 }
 
 CIMDateTime ZORVA_DiagUtils::getCurrentDateTime() {

@@ -55,7 +55,10 @@ def compile_flags(build):
             continue
         words = shlex.split(entry["command"])
         del words[words.index("-o"):words.index("-o") + 2]
-        words = [word for word in words if word not in ("-c", entry["file"])]
+        words = [word for word in words if word not in ("-c", "-Winvalid-pch", entry["file"])]
+        # Headers that are compiled ahead would hide that an include is missing.
+        if "-include" in words:
+            del words[words.index("-include"):words.index("-include") + 2]
         # A library room is compiled against an OpenPegasus SDK, too, after the build for the stand-in.
         flags.setdefault(str(file.relative_to(SOURCES)), words)
     return flags

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
 // A provider library that knows no provider.
-extern "C" void* PegasusCreateProvider(const void* /*name*/) {
+extern "C" __attribute__((visibility("default"))) void* PegasusCreateProvider(const void* /*name*/) {
     return nullptr;
 }
