@@ -1,7 +1,7 @@
 # Headers that many sources include, compiled once for all of them.
 #
 # A matter of speed alone: every source includes what it uses, as builds without this option show (a plain
-# cmake, the package, ./test compilers).
+# cmake, ./test compilers).
 
 option(ZORVA_PRECOMPILED_HEADERS "Compile headers that many sources include once for all" OFF)
 

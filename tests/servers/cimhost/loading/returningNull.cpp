@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A provider library that knows no provider.
-extern "C" __attribute__((visibility("default"))) void* PegasusCreateProvider(const void* /*name*/) {
+extern "C" __attribute__((visibility("default"))) void* PegasusCreateProvider(
+    const void* /*name*/) {
     return nullptr;
 }
