@@ -12,14 +12,14 @@
 namespace Pegasus {
 namespace {
 
-// Windows-1252 differs from Latin-1, whose numbers are Unicode's, in these bytes alone.
+// Windows-1252 differs only in these bytes from Latin-1, whose codes are those of Unicode.
 constexpr unsigned char firstWindows1252Byte = 0x80;
 constexpr std::array<Uint16, 32> windows1252 = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-// Takes the next character off the bytes, by rules 1 and 2.
+// Removes the next character from the bytes and returns it, by rules 1 and 2.
 char32_t takeCharacter(std::string_view& bytes) {
     const base::Utf8Sequence sequence = base::readUtf8(bytes.data(), bytes.size());
     if (sequence.length > 0) {

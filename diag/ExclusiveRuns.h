@@ -22,7 +22,7 @@ struct ExclusivityFacts {
 /// Checks whether the test may run on the element. Returns return_code::success or
 /// return_code::exclusiveTestRunning.
 ///
-/// 1. A test that is exclusive and in use is refused.
+/// 1. A test that is exclusive and in use is rejected.
 /// 2. A test that is not both exclusive for the element and in use may run.
 /// 3. Otherwise recordExclusiveRun() decides.
 Uint32 checkExclusivity(const ExclusivityFacts& facts, ExclusiveRuns& runs, const String& deviceId,
@@ -32,10 +32,10 @@ Uint32 checkExclusivity(const ExclusivityFacts& facts, ExclusiveRuns& runs, cons
 /// return_code::exclusiveTestRunning.
 ///
 /// 1. The search goes from the first entry to the last and reads the table's size again for each.
-/// 2. An entry for this test and this element (both ignoring case) ends the search: refused.
+/// 2. An entry for this test and this element (both ignoring case) ends the search: rejected.
 /// 3. For every other entry the pair is appended to the table, and the search continues.
 /// 4. So an empty table stays empty and the test may run. If the first entry is a different run,
-///    the search reaches the pair that it has just appended, and the test is refused.
+///    the search reaches the pair that it has just appended, and the test is rejected.
 Uint32 recordExclusiveRun(ExclusiveRuns& runs, const String& deviceId, const String& testName);
 
 /// Removes this run (both texts ignoring case) from the table.

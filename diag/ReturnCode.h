@@ -13,7 +13,7 @@ constexpr Uint32 noResultRecord = 1024;
 constexpr Uint32 testInProgress = 1028;
 /// An exclusive test runs on the element.
 constexpr Uint32 exclusiveTestRunning = 1034;
-/// A parameter is no reference; of the estimated time: there is no such test.
+/// A parameter is no reference. As an estimated time: the test is unknown.
 constexpr Uint32 notAReference = 1040;
 /// The managed element cannot be resolved to an instance with properties.
 constexpr Uint32 noSuchElement = 1044;

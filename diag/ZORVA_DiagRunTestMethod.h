@@ -43,9 +43,9 @@ public:
     virtual void writeToResults(String propertyName, CIMValue value) = 0;
     /// Appends one line to the result record's report.
     virtual void writeTestResults(String line) = 0;
-    /// Checks the managed element and sets the device ID. Returns 0 or the code of the refusal.
+    /// Checks the managed element and sets the device ID. Returns 0 or the code of the failure.
     virtual Uint32 verifyMSE();
-    /// Checks whether the running tests allow this one. Returns 0 or the code of the refusal.
+    /// Checks whether the running tests allow this one. Returns 0 or the code of the failure.
     virtual Uint32 verifyExclusivity();
     /// Runs the test. Returns 0 or the code of its failure.
     virtual Uint32 executeTest();

@@ -51,7 +51,7 @@ bool isName(const std::string& text) {
     }
 }
 
-/// Whether the text is a colon and a port number, or a colon alone, or nothing.
+/// Whether the text is a colon and a port number, only a colon, or empty.
 bool isPort(const std::string& text) {
     if (text.empty() || text == ":") {
         return true;

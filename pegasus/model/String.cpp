@@ -62,7 +62,7 @@ Array<Char16> terminated(const Char16* units, std::size_t size) {
     throw Exception(message);
 }
 
-/// Of the code points that UTF-8 can write, those that are no characters are read as U+FFFD.
+/// Code points that UTF-8 can encode but that are no characters become U+FFFD.
 constexpr auto characterFor = [](char32_t code) {
     const bool isCharacter = !base::isSurrogate(code) && code != 0xFFFE && code != 0xFFFF;
     return isCharacter ? code : base::replacementCharacter;
@@ -80,7 +80,7 @@ Array<Char16> fromUtf8(const char* bytes, std::size_t size) {
     if (converted.bytesRead != size) {
         throwNotUtf8(bytes, size, converted.bytesRead);
     }
-    // What is left of the zeros behind the text, but for one.
+    // Removes the unused zeros after the text, except one.
     text.remove(static_cast<Uint32>(converted.unitsWritten),
                 static_cast<Uint32>(size - converted.unitsWritten));
     return text;

@@ -34,7 +34,7 @@ Uint32 check(const ExclusivityFacts& facts, ExclusiveRuns& runs) {
     return checkExclusivity(facts, runs, "usb1", "Test");
 }
 
-TEST(ExclusiveRuns, ExclusiveTestInUseIsRefusedWithoutTouchingTheTable) {
+TEST(ExclusiveRuns, ExclusiveTestInUseIsRejectedWithoutChangingTheTable) {
     ExclusiveRuns runs = table({{"usb2", "Other"}});
     EXPECT_EQ(check({inUse, exclusive, exclusiveForElement}, runs), 1034U);
     EXPECT_EQ(check({inUse, exclusive, false}, runs), 1034U);
@@ -60,7 +60,7 @@ TEST(ExclusiveRuns, EmptyTableLetsTheTestRunAndStaysEmpty) {
     EXPECT_EQ(texts(runs), Texts());
 }
 
-TEST(ExclusiveRuns, EntryOfAnotherRunAppendsThePairAndRefuses) {
+TEST(ExclusiveRuns, EntryOfAnotherRunAppendsThePairAndRejectsTheTest) {
     ExclusiveRuns runs = table({{"usb2", "Test"}});
     EXPECT_EQ(check({inUse, false, exclusiveForElement}, runs), 1034U);
     EXPECT_EQ(texts(runs), (Texts{"usb2/Test", "usb1/Test"}));
@@ -73,7 +73,7 @@ TEST(ExclusiveRuns, EveryEntryOfAnotherRunBeforeTheOwnOneAppendsThePair) {
               (Texts{"usb2/Test", "usb1/Other", "usb1/Test", "usb1/Test", "usb1/Test"}));
 }
 
-TEST(ExclusiveRuns, OwnEntryRefusesIgnoringCase) {
+TEST(ExclusiveRuns, OwnEntryRejectsTheTestIgnoringCase) {
     ExclusiveRuns runs = table({{"USB1", "tEST"}});
     EXPECT_EQ(recordExclusiveRun(runs, "usb1", "Test"), 1034U);
     EXPECT_EQ(texts(runs), Texts{"USB1/tEST"});

@@ -121,7 +121,7 @@ TEST_F(ZorvaDiagRunTestMethod, OutParameterIsTheTypedReferenceInTheProvidersName
     EXPECT_TRUE(out_[1].isTyped());
 }
 
-TEST_F(ZorvaDiagRunTestMethod, RefusedElementEndsTheCallWithItsCode) {
+TEST_F(ZorvaDiagRunTestMethod, RejectedElementEndsTheCallWithItsCode) {
     ScriptedRun method = run();
     method.elementCode = 1044;
     EXPECT_EQ(text(method.processTest(out_)), "uint32 1044");
@@ -147,7 +147,7 @@ TEST_F(ZorvaDiagRunTestMethod, TestInProgressIs1028WithoutSettingAndWithoutResul
     EXPECT_TRUE(server_->calls().empty());
 }
 
-TEST_F(ZorvaDiagRunTestMethod, RefusedExclusivityEndsTheCallWithItsCode) {
+TEST_F(ZorvaDiagRunTestMethod, FailedExclusivityCheckEndsTheCallWithItsCode) {
     ScriptedRun method = run();
     method.exclusivityCode = 1034;
     EXPECT_EQ(text(method.processTest(out_)), "uint32 1034");

@@ -300,7 +300,7 @@ TEST_F(ZorvaDiagnosticResultBuilder, WritabilityIsCheckedBeforeTheResultIsSearch
               "not implemented: ZORVA_DiagnosticResult property not writable");
 }
 
-TEST_F(ZorvaDiagnosticResultBuilder, ValueOfAnotherTypeIsRefusedAndNothingChanges) {
+TEST_F(ZorvaDiagnosticResultBuilder, ValueOfAnotherTypeIsRejectedAndNothingChanges) {
     build("Test", "usb1");
     EXPECT_EQ(thrownBy<TypeMismatchException>([&] {
                   results_.setResultProperty("Test", "usb1", "QuickMode", CIMValue(String("x")));

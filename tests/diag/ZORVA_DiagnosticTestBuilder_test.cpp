@@ -118,7 +118,7 @@ TEST_F(ZorvaDiagnosticTestBuilder, NameInAnotherCaseIsNotWritable) {
     }
 }
 
-TEST_F(ZorvaDiagnosticTestBuilder, ValueOfAnotherTypeIsRefusedAndNothingChanges) {
+TEST_F(ZorvaDiagnosticTestBuilder, ValueOfAnotherTypeIsRejectedAndNothingChanges) {
     EXPECT_EQ(thrownBy<TypeMismatchException>(
                   [&] { tests_.setTestProperty("First", "IsInUse", CIMValue(String("TRUE"))); }),
               "type mismatch");

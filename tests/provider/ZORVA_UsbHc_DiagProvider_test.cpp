@@ -33,7 +33,7 @@ TEST_F(ZorvaUsbHcDiagProvider, ClassNamesAreThoseThatClientsKnow) {
 TEST_F(ZorvaUsbHcDiagProvider, InitializeIsLoggedAndDisallowsUnloading) {
     client_.provider().initialize(handle_);
     EXPECT_EQ(folder_.take(), "\n\n\ninit ZORVA_UsbHc_DiagProvider\n\n");
-    EXPECT_EQ(server_->unloadsRefused(), 2);
+    EXPECT_EQ(server_->unloadsDisallowed(), 2);
 }
 
 TEST_F(ZorvaUsbHcDiagProvider, InitializeIgnoresFailuresOfTheServer) {
@@ -271,7 +271,7 @@ TEST_F(ZorvaUsbHcDiagProvider, ExceptionsOfTheServerPropagateBetweenProcessingAn
     EXPECT_EQ(client_.handlerCalls(), Texts{"processing"});
 }
 
-// --- refused operations
+// --- unsupported operations
 
 TEST_F(ZorvaUsbHcDiagProvider, CreateIsNotSupported) {
     EXPECT_EQ(thrownBy<NotSupported>([&] { client_.create(); }),

@@ -88,7 +88,7 @@ CIMInstance TestServer::getInstance(const OperationContext& /*context*/,
 }
 
 void TestServer::disallowProviderUnload() {
-    ++unloadsRefused_;
+    ++unloadsDisallowed_;
     if (beforeCall) {
         beforeCall(0);
     }

@@ -40,7 +40,7 @@ public:
     const std::vector<Call>& calls() const { return calls_; }
     void forgetCalls() { calls_.clear(); }
     /// How often disallowProviderUnload() was called.
-    int unloadsRefused() const { return unloadsRefused_; }
+    int unloadsDisallowed() const { return unloadsDisallowed_; }
 
     /// Called before each call is answered, with the number of the call, from 1, or 0 for
     /// disallowProviderUnload(). May throw.
@@ -68,5 +68,5 @@ private:
     };
     std::map<std::string, std::vector<Entry>> classes_;
     std::vector<Call> calls_;
-    int unloadsRefused_ = 0;
+    int unloadsDisallowed_ = 0;
 };

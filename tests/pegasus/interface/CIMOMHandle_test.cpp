@@ -34,8 +34,8 @@ TEST(CIMOMHandle, ExceptionWithoutAConnectionHasStatusFailed) {
     try {
         CIMOMHandle().disallowProviderUnload();
         FAIL() << "nothing was thrown";
-    } catch (const CIMException& refusal) {
-        EXPECT_EQ(refusal.getCode(), CIM_ERR_FAILED);
+    } catch (const CIMException& exception) {
+        EXPECT_EQ(exception.getCode(), CIM_ERR_FAILED);
     }
 }
 
@@ -53,7 +53,7 @@ TEST(CIMOMHandle, AllCopiesUseTheSameConnection) {
     handle.disallowProviderUnload();
     copy.disallowProviderUnload();
     EXPECT_EQ(server->calls().size(), 2U);
-    EXPECT_EQ(server->unloadsRefused(), 2);
+    EXPECT_EQ(server->unloadsDisallowed(), 2);
 }
 
 }  // namespace

@@ -9,12 +9,12 @@ using namespace Pegasus;
 
 namespace {
 
-template <class Refusal>
+template <class ProviderException>
 std::string seenAs() {
     try {
-        throw Refusal("Some text ");
-    } catch (const CIMException& refusal) {
-        return std::to_string(refusal.getCode()) + " " + text(refusal.getMessage());
+        throw ProviderException("Some text ");
+    } catch (const CIMException& exception) {
+        return std::to_string(exception.getCode()) + " " + text(exception.getMessage());
     }
 }
 
