@@ -126,6 +126,25 @@ TEST(PathForms, ReferenceThatNamesItsPlaceKeepsIt) {
     }
 }
 
+TEST(PathForms, ReferenceThatNamesItsHostAloneKeepsIt) {
+    CIMObjectPath given("T_Item.Id=1");
+    given.setHost("host");
+    Array<CIMObjectPath> paths;
+    paths.append(given);
+    Array<CIMParamValue> parameters;
+    parameters.append(parameter(CIMValue(given)));
+    parameters.append(parameter(CIMValue(paths)));
+    const auto filled =
+        serving::withNamespaceInReferences(parameters, CIMNamespaceName("root/kavex"));
+    const CIMObjectPath single = pathIn(filled);
+    EXPECT_EQ(single.getHost(), "host");
+    EXPECT_TRUE(single.getNameSpace().isNull());
+    filled[1].getValue().get(paths);
+    ASSERT_EQ(paths.size(), 1U);
+    EXPECT_EQ(paths[0].getHost(), "host");
+    EXPECT_TRUE(paths[0].getNameSpace().isNull());
+}
+
 TEST(PathForms, EveryBareElementOfAnArrayIsCompleted) {
     Array<CIMObjectPath> paths;
     paths.append(CIMObjectPath("T_Item.Id=1"));

@@ -4,7 +4,9 @@
 #include <atomic>
 #include <functional>
 #include <future>
+#include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <Pegasus/Provider/CIMInstanceProvider.h>
@@ -34,6 +36,8 @@ bool isFree(serving::TimedMutex& mutex) {
 struct Script {
     std::function<void(const CIMObjectPath&, ResponseHandler<CIMInstance>&)> get;
     std::function<void(ResponseHandler<CIMObjectPath>&)> names;
+    std::function<void()> initialize;
+    std::function<void()> write;
     std::function<void(const Array<CIMParamValue>&, Array<CIMParamValue>&,
                        ResponseHandler<CIMValue>&)>
         method;
@@ -47,7 +51,12 @@ public:
     explicit ScriptedProvider(Script& script) : script_(script) {}
     ~ScriptedProvider() override { script_.deleted++; }
 
-    void initialize(CIMOMHandle& cimom) override { script_.handle = cimom; }
+    void initialize(CIMOMHandle& cimom) override {
+        script_.handle = cimom;
+        if (script_.initialize) {
+            script_.initialize();
+        }
+    }
     void terminate() override { script_.terminated++; }
 
     void getInstance(const OperationContext& /*context*/, const CIMObjectPath& ref,
@@ -68,16 +77,16 @@ public:
                         const CIMInstance& /*instance*/, Uint32 /*flags*/,
                         const CIMPropertyList& /*propertyList*/,
                         ResponseHandler<void>& /*handler*/) override {
-        throw NotSupported("modify");
+        write("modify");
     }
     void createInstance(const OperationContext& /*context*/, const CIMObjectPath& /*ref*/,
                         const CIMInstance& /*instance*/,
                         ResponseHandler<CIMObjectPath>& /*handler*/) override {
-        throw NotSupported("create");
+        write("create");
     }
     void deleteInstance(const OperationContext& /*context*/, const CIMObjectPath& /*ref*/,
                         ResponseHandler<void>& /*handler*/) override {
-        throw NotSupported("delete");
+        write("delete");
     }
     void invokeMethod(const OperationContext& /*context*/, const CIMObjectPath& /*ref*/,
                       const String& /*methodName*/, const Array<CIMParamValue>& inParameters,
@@ -87,6 +96,13 @@ public:
     }
 
 private:
+    void write(const char* operation) {
+        if (script_.write) {
+            script_.write();
+        }
+        throw NotSupported(operation);
+    }
+
     Script& script_;
 };
 
@@ -225,6 +241,16 @@ TEST_F(ServedProviderTest, MethodWithoutValueHasNone) {
     EXPECT_FALSE(invoke().hasValue);
 }
 
+TEST_F(ServedProviderTest, LastOfSeveralReturnValuesCounts) {
+    script.method = [](const Array<CIMParamValue>& /*in*/, Array<CIMParamValue>& /*out*/,
+                       ResponseHandler<CIMValue>& handler) {
+        handler.deliver(CIMValue(Uint32(7)));
+        handler.deliver(CIMValue(Uint32(8)));
+        handler.complete();
+    };
+    EXPECT_TRUE(invoke().value == CIMValue(Uint32(8)));
+}
+
 TEST_F(ServedProviderTest, BareReferenceParametersAreCompleted) {
     String seen;
     script.method = [&](const Array<CIMParamValue>& in, Array<CIMParamValue>& /*out*/,
@@ -263,6 +289,93 @@ TEST_F(ServedProviderTest, AssociationIsFoundInAnotherSpelling) {
     const CIMObjectPath other(String(), CIMNamespaceName(), CIMName("T_Link"), keys);
     EXPECT_EQ(refusalOf([&] { served.getInstance(context, other); }).getMessage(),
               "bad reference: Invalid Reference");
+}
+
+TEST_F(ServedProviderTest, OtherSpellingsAreTriedOnlyForWhatWasNotFound) {
+    Array<CIMKeyBinding> keys;
+    keys.append(CIMKeyBinding(CIMName("End"), "T_Item.Id=1", CIMKeyBinding::REFERENCE));
+    const CIMObjectPath association(String(), CIMNamespaceName(), CIMName("T_Link"), keys);
+    int gets = 0;
+    int enumerations = 0;
+    CIMStatusCode status = CIM_ERR_ACCESS_DENIED;
+    script.get = [&](const CIMObjectPath& /*ref*/, ResponseHandler<CIMInstance>& /*handler*/) {
+        ++gets;
+        throw CIMException(status, "no");
+    };
+    script.names = [&](ResponseHandler<CIMObjectPath>& handler) {
+        ++enumerations;
+        handler.deliver(association);
+        handler.complete();
+    };
+    EXPECT_EQ(refusalOf([&] { served.getInstance(context, association); }).getCode(), status);
+    EXPECT_EQ(gets, 1);
+    EXPECT_EQ(enumerations, 0);
+
+    // Nor for a path that has only one spelling.
+    status = CIM_ERR_NOT_FOUND;
+    EXPECT_EQ(refusalOf([&] { served.getInstance(context, item); }).getCode(), status);
+    EXPECT_EQ(gets, 2);
+    EXPECT_EQ(enumerations, 0);
+
+    EXPECT_EQ(refusalOf([&] { served.getInstance(context, association); }).getCode(), status);
+    EXPECT_EQ(gets, 4);
+    EXPECT_EQ(enumerations, 1);
+}
+
+TEST_F(ServedProviderTest, EveryOperationHoldsTheTableAndMethodsAloneTheMethodLock) {
+    const CIMInstance instance(CIMName("T_Item"));
+    const std::vector<std::pair<const char*, std::function<void()>>> operations = {
+        {"getInstance", [&] { served.getInstance(context, item); }},
+        {"enumerateInstances", [&] { served.enumerateInstances(context, item); }},
+        {"enumerateInstanceNames", [&] { served.enumerateInstanceNames(context, item); }},
+        {"createInstance",
+         [&] { refusalOf([&] { served.createInstance(context, item, instance); }); }},
+        {"modifyInstance",
+         [&] {
+             refusalOf([&] { served.modifyInstance(context, item, instance, CIMPropertyList()); });
+         }},
+        {"deleteInstance", [&] { refusalOf([&] { served.deleteInstance(context, item); }); }},
+        {"invokeMethod", [&] { invoke(); }},
+    };
+    int visits = 0;
+    bool isMethod = false;
+    const auto visit = [&] {
+        ++visits;
+        EXPECT_FALSE(isFree(locks.table));
+        EXPECT_EQ(isFree(locks.method), !isMethod);
+    };
+    script.get = [&](const CIMObjectPath& ref, ResponseHandler<CIMInstance>& handler) {
+        visit();
+        handler.deliver(CIMInstance(ref.getClassName()));
+        handler.complete();
+    };
+    script.names = [&](ResponseHandler<CIMObjectPath>& handler) {
+        visit();
+        handler.complete();
+    };
+    script.write = visit;
+    script.method = [&](const Array<CIMParamValue>& /*in*/, Array<CIMParamValue>& /*out*/,
+                        ResponseHandler<CIMValue>& handler) {
+        visit();
+        handler.complete();
+    };
+    for (const auto& [name, operation] : operations) {
+        SCOPED_TRACE(name);
+        visits = 0;
+        isMethod = std::string(name) == "invokeMethod";
+        operation();
+        EXPECT_EQ(visits, 1);
+        EXPECT_TRUE(isFree(locks.table));
+        EXPECT_TRUE(isFree(locks.method));
+    }
+}
+
+TEST_F(ServedProviderTest, ProviderIsInitializedUnderTheTableLock) {
+    bool wasFree = true;
+    script.initialize = [&] { wasFree = isFree(locks.table); };
+    const ServedProvider another(std::make_unique<ScriptedProvider>(script), locks, server);
+    EXPECT_FALSE(wasFree);
+    EXPECT_TRUE(isFree(locks.table));
 }
 
 TEST_F(ServedProviderTest, CallsBackCarryTheContextOfTheRequest) {
@@ -370,20 +483,38 @@ TEST_F(ServedProviderTest, TerminateEndsAndDeletesTheProviderOnce) {
 TEST_F(ServedProviderTest, TerminateWaitsForTheRequestInside) {
     std::promise<void> entered;
     std::promise<void> mayLeave;
-    script.get = [&](const CIMObjectPath& /*ref*/, ResponseHandler<CIMInstance>& handler) {
+    // In a call back, so that the table is free for requests that find out how far terminate() is.
+    server->onCall = [&] {
         entered.set_value();
         mayLeave.get_future().wait();
-        EXPECT_EQ(script.terminated, 0);
+    };
+    script.get = [&](const CIMObjectPath& /*ref*/, ResponseHandler<CIMInstance>& handler) {
+        callServer();
         handler.complete();
     };
     auto request =
         std::async(std::launch::async, [&] { served.enumerateInstances(context, item); });
     entered.get_future().wait();
     auto end = std::async(std::launch::async, [&] { return served.terminate(soon); });
+    const auto isServed = [&] {
+        try {
+            served.enumerateInstanceNames(context, item);
+            return true;
+        } catch (const CIMException&) {
+            return false;
+        }
+    };
+    while (isServed()) {
+        std::this_thread::yield();
+    }
+    // Whoever is refused has met terminate() where it waits, or after its end.
+    EXPECT_EQ(script.terminated, 0);
+    EXPECT_EQ(script.deleted, 0);
     mayLeave.set_value();
     EXPECT_TRUE(end.get());
     request.get();
     EXPECT_EQ(script.terminated, 1);
+    EXPECT_EQ(script.deleted, 1);
 }
 
 TEST_F(ServedProviderTest, TerminateGivesUpOnARequestThatStaysInside) {
