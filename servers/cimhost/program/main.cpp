@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // cimhost: a CIM server for one machine that serves the USB diagnostics.
+#include <fcntl.h>
 #include <malloc.h>
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 #include <exception>
 #include <iostream>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -26,6 +28,7 @@
 #include "servers/cimhost/program/Host.h"
 #include "servers/cimhost/program/Installation.h"
 #include "servers/cimhost/program/Options.h"
+#include "servers/cimhost/program/Privileges.h"
 #include "servers/cimhost/protocol/CimService.h"
 #include "servers/cimhost/protocol/Credentials.h"
 #include "wire/cimxml/StringConversion.h"
@@ -76,6 +79,24 @@ std::vector<std::string> presentDevices(const Options& options) {
     return devicelist::hostControllersOfMachine("/sys");
 }
 
+bool mayReadDeviceList() {
+    return ::faccessat(AT_FDCWD, base::deviceListPath, R_OK, AT_EACCESS) == 0;
+}
+
+/// Keeps, of the rights that showing the list may have taken, none. Throws std::runtime_error if the
+/// list could be read with them alone: the test would find no devices, and pass.
+void giveUpRights(const Options& options) {
+    const bool mightRead = mayReadDeviceList();
+    for (const std::string& failure : giveUpPrivileges()) {
+        std::cerr << "cimhost: goes on with more rights than it needs: " << failure << '\n';
+    }
+    if (mightRead && !mayReadDeviceList()) {
+        throw std::runtime_error("cannot read " + options.devices.value_or(base::deviceListPath) +
+                                 " without privileges, which this server gives up: let user " +
+                                 std::to_string(::geteuid()) + " read it");
+    }
+}
+
 HostSettings settingsFrom(const Options& options) {
     const Installation installation = findInstallation();
     HostSettings settings;
@@ -118,7 +139,9 @@ int serve(const Options& options) {
     }
     base::FileDescriptor output = reserveStandardOutput();
     const sigset_t endingSignals = blockEndingSignals();
-    Host host(settingsFrom(options));
+    const HostSettings settings = settingsFrom(options);
+    giveUpRights(options);
+    Host host(settings);
     for (const std::string& name : host.missingClasses()) {
         std::cerr << "cimhost: the MOF files have no class " << name
                   << "; there will be no instances of it\n";
