@@ -74,6 +74,8 @@ for program in usbhcdiag cimhost with-device-list; do
     check "  for zsh and fish it is there" test -s /usr/share/zsh/vendor-completions/_$program -a -s /usr/share/fish/vendor_completions.d/$program.fish
 done
 check "the registration command is there" sh -c 'usbhcdiag-openpegasus --help | grep -q register'
+check "the service is there" grep -q '^ExecStart=/usr/bin/cimhost ' /usr/lib/systemd/system/cimhost.service
+check "and is not enabled" are_gone /etc/systemd/system/*/cimhost.service
 check "the package installs again over itself" apt-get -qq install -y --reinstall /package.deb
 
 check "logrotate can be installed" apt-get -qq install -y --no-install-recommends logrotate
@@ -83,5 +85,5 @@ check "and is written again" sh -c "usbhcdiag tests >/dev/null && test -s $log"
 
 check "the package can be purged" apt-get -qq purge -y $package
 check "and leaves nothing behind" are_gone /usr/bin/usbhcdiag /usr/share/$package /usr/lib/*/$package \
-    /etc/logrotate.d/$package /var/log/$package
+    /etc/logrotate.d/$package /var/log/$package /usr/lib/systemd/system/cimhost.service
 exit $((failures > 0))

@@ -31,6 +31,7 @@ for file in ARCHITECTURE.md CONTRIBUTING.md decisions; do
     test ! -e "$documents/$file"
 done
 test -s "$folder/second/share/man/man1/usbhcdiag.1.gz"
+test -s "$folder/second/lib/systemd/system/cimhost.service"
 for program in usbhcdiag cimhost with-device-list; do
     test -s "$folder/second/share/bash-completion/completions/$program"
     test -s "$folder/second/share/zsh/vendor-completions/_$program"
