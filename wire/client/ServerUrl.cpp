@@ -4,7 +4,9 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "base/Ascii.h"
 #include "base/Integers.h"
+#include "wire/http/LoopbackAddress.h"
 #include "wire/http/PercentEncoding.h"
 
 namespace wire {
@@ -80,6 +82,11 @@ ServerUrl ServerUrl::parse(const std::string& url) {
 std::string ServerUrl::withoutCredentials() const {
     const bool isIpv6 = host.find(':') != std::string::npos;
     return std::string(scheme) + (isIpv6 ? "[" + host + "]" : host) + ":" + std::to_string(port);
+}
+
+bool ServerUrl::isLoopback() const {
+    return base::equalIgnoringCase(host, "localhost") || isLoopbackIpv4(host) ||
+           isLoopbackIpv6(host);
 }
 
 }  // namespace wire

@@ -19,6 +19,9 @@ struct ServerUrl {
     /// The URL again, without the credentials: for messages.
     std::string withoutCredentials() const;
 
+    /// Whether what is sent there stays on this machine: "localhost" or a numeric loopback address.
+    bool isLoopback() const;
+
     std::string host;
     std::uint16_t port = 5988;
     std::string userAndPassword;  ///< "user:password"; empty if none is given

@@ -68,3 +68,15 @@ TEST(ServerUrl, saysWhatIsWrong) {
     EXPECT_EQ(whatIsWrong("http://[::1]x"), "a port is expected after the \"]\"");
     EXPECT_EQ(whatIsWrong("http://me@host"), "a user is given without a password");
 }
+
+TEST(ServerUrl, knowsWhatStaysOnThisMachine) {
+    for (const char* own :
+         {"localhost", "LocalHost", "127.0.0.1", "127.255.3.4", "[::1]", "[0:0::1]"}) {
+        EXPECT_TRUE(ServerUrl::parse(std::string("http://") + own).isLoopback()) << own;
+    }
+    for (const char* other :
+         {"127.evil.example", "127.0.0.1.evil.example", "localhost.evil.example", "128.0.0.1",
+          "[::2]", "[::127.0.0.1]", "127."}) {
+        EXPECT_FALSE(ServerUrl::parse(std::string("http://") + other).isLoopback()) << other;
+    }
+}
