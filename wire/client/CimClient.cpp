@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "wire/client/CimClient.h"
 
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <thread>
 #include <utility>
 
 #include <Pegasus/Common/Exception.h>
 
+#include "base/Integers.h"
 #include "wire/cimxml/CimResponse.h"
 #include "wire/cimxml/ObjectReader.h"
 #include "wire/cimxml/RequestWriter.h"
@@ -77,6 +82,17 @@ std::string refusalText(const HttpResponse& response) {
     return text;
 }
 
+/// After what time a server that refused wants to be asked again; none if it does not say, or says
+/// longer than a person would wait.
+std::optional<std::chrono::seconds> pauseBefore(const HttpResponse& response) {
+    constexpr std::uint32_t longest = 60;
+    const auto field = findField(response.fields, "Retry-After");
+    const auto seconds =
+        response.status == 503 && field ? base::parseDigits<std::uint32_t>(*field) : std::nullopt;
+    return seconds && *seconds <= longest ? std::optional(std::chrono::seconds(*seconds))
+                                          : std::nullopt;
+}
+
 }  // namespace
 
 CimClient::CimClient(const ServerUrl& url, const HttpClientLimits& limits)
@@ -93,6 +109,18 @@ std::string CimClient::nextMessageId() {
     return std::to_string(++lastMessage_);
 }
 
+HttpResponse CimClient::ask(const HttpRequest& request) {
+    constexpr int repetitions = 2;
+    for (int repeated = 0;; ++repeated) {
+        HttpResponse response = http_.exchange(request);
+        const auto pause = pauseBefore(response);
+        if (!pause || repeated == repetitions) {
+            return response;
+        }
+        std::this_thread::sleep_for(*pause);
+    }
+}
+
 std::string CimClient::exchange(const std::string& method, const std::string& object,
                                 std::string body) {
     HttpRequest request;
@@ -107,7 +135,7 @@ std::string CimClient::exchange(const std::string& method, const std::string& ob
         request.fields.push_back({"Authorization", authorization_});
     }
     request.body = std::move(body);
-    HttpResponse response = http_.exchange(request);
+    HttpResponse response = ask(request);
     if (response.status != 200) {
         fail(refusalText(response));
     }

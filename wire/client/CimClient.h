@@ -29,6 +29,9 @@ class ClientError : public std::runtime_error {
 
 /// Asks one server, over one connection that is kept open. One thread at a time.
 ///
+/// A server that is too busy (503) and says for how long (Retry-After, in seconds, a minute at most) is
+/// asked again after that, twice at most.
+///
 /// Every operation throws ClientError, or, where the server answered with an error,
 /// Pegasus::CIMException with the server's code and description ("CIM_ERR_NOT_FOUND: ...").
 /// `CIMPropertyList()`, which is null, asks for every property.
@@ -66,6 +69,8 @@ public:
 private:
     class OperationRequest;
 
+    /// Sends a request, again later if the server has no time for it now.
+    HttpResponse ask(const HttpRequest& request);
     /// Sends a request and hands the answer's body back.
     std::string exchange(const std::string& method, const std::string& object, std::string body);
     [[noreturn]] void fail(const std::string& what) const;

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "wire/client/CimClient.h"
 
+#include <atomic>
+#include <chrono>
 #include <memory>
+#include <string>
 
 #include <Pegasus/Common/Exception.h>
 #include <gtest/gtest.h>
@@ -24,6 +27,7 @@ public:
     explicit FixedServer(HttpResponse response)
         : server_(ListenAddress("127.0.0.1", 0), [this, response](HttpRequest&& request) {
               last = std::move(request);
+              ++requests;
               return response;
           }) {}
 
@@ -34,6 +38,7 @@ public:
     std::string url() const { return server_.url(); }
 
     HttpRequest last;
+    int requests = 0;
 
 private:
     HttpServer server_;
@@ -214,4 +219,71 @@ TEST(CimClient, saysThatNobodyListens) {
     } catch (const ClientError& error) {
         EXPECT_EQ(std::string(error.what()), url + ": cannot connect (Connection refused)");
     }
+}
+
+namespace {
+
+/// A server that is busy for the first requests, and counts all.
+class BusyServer {
+public:
+    BusyServer(int refusals, std::string retryAfter)
+        : server_(ListenAddress("127.0.0.1", 0), [=](HttpRequest&&) {
+              HttpResponse refusal{503, {}, {}};
+              if (!retryAfter.empty()) {
+                  refusal.fields.push_back({"Retry-After", retryAfter});
+              }
+              return requests_++ < refusals ? refusal : ok(results(""));
+          }) {}
+
+    /// "answered", or why not.
+    std::string ask() const {
+        try {
+            CimClient(ServerUrl::parse(server_.url())).enumerateInstanceNames(nameSpace, "A");
+            return "answered";
+        } catch (const ClientError& error) {
+            return std::string(error.what()).substr(server_.url().size());
+        }
+    }
+    int requests() const { return requests_; }
+
+private:
+    std::atomic<int> requests_{0};
+    HttpServer server_;
+};
+
+constexpr char tooBusy[] = ": the server answers 503 Service Unavailable";
+
+}  // namespace
+
+TEST(CimClient, comesAgainToABusyServer) {
+    const BusyServer server(2, "0");
+    EXPECT_EQ(server.ask(), "answered");
+    EXPECT_EQ(server.requests(), 3);
+}
+
+TEST(CimClient, comesAgainTwiceAtMost) {
+    const BusyServer server(3, "0");
+    EXPECT_EQ(server.ask(), tooBusy);
+    EXPECT_EQ(server.requests(), 3);
+}
+
+TEST(CimClient, waitsAsLongAsTheServerSays) {
+    const BusyServer server(1, "1");
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(server.ask(), "answered");
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+}
+
+TEST(CimClient, doesNotComeAgainUnlessTheServerSaysWhenAndThatIsSoon) {
+    for (const char* retryAfter : {"", "61", "-1", "Wed, 21 Oct 2026 07:28:00 GMT"}) {
+        const BusyServer server(1, retryAfter);
+        EXPECT_EQ(server.ask(), tooBusy) << retryAfter;
+        EXPECT_EQ(server.requests(), 1) << retryAfter;
+    }
+}
+
+TEST(CimClient, repeatsNothingButWhatABusyServerRefused) {
+    FixedServer server({500, {{"Retry-After", "0"}}, {}});
+    EXPECT_THROW(server.client().enumerateInstanceNames(nameSpace, "A"), ClientError);
+    EXPECT_EQ(server.requests, 1);
 }
