@@ -2,6 +2,7 @@
 #include "usbdevices/DeviceReport.h"
 
 #include <iomanip>
+#include <limits>
 #include <string>
 
 #include "usbhc/ZORVA_UsbHcBundle.h"
@@ -68,6 +69,11 @@ void printBlock(std::ostream& out, const UsbDevice& device, std::size_t position
     out << '\n';
 }
 
+/// Whether `level` is the next one below `hubLevel`; there is none below the greatest number.
+bool isLevelBelow(int level, int hubLevel) {
+    return hubLevel < std::numeric_limits<int>::max() && level == hubLevel + 1;
+}
+
 }  // namespace
 
 void printDeviceReport(std::ostream& out, std::queue<UsbDevice>& devices) {
@@ -84,7 +90,7 @@ void printDeviceReport(std::ostream& out, std::queue<UsbDevice>& devices) {
             ohciLevel = level;
             out << " level is " << ohciLevel << '\n';
         }
-        if (isOhciRootHub || level == ohciLevel + 1) {
+        if (isOhciRootHub || isLevelBelow(level, ohciLevel)) {
             printBlock(out, device, position);
         }
     }

@@ -115,6 +115,13 @@ TEST(DeviceReport, UsesTheLevelOfTheLastOhciDevice) {
               "one level is 2 an ohci thing two ");
 }
 
+TEST(DeviceReport, NoLevelIsBelowTheGreatestNumber) {
+    EXPECT_EQ(outlineOf(reportOf(named("ohci", "2147483646 ") + named("next", "2147483647 "))),
+              "level is 2147483646 ohci next ");
+    EXPECT_EQ(outlineOf(reportOf(named("ohci", "2147483647 ") + named("wrapped", "-2147483648 "))),
+              "level is 2147483647 ohci ");
+}
+
 TEST(DeviceReport, AnUnknownProtocolHasNoLine) {
     Parts parts;
     parts.protocolCode = "09 ";
