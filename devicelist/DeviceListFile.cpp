@@ -28,27 +28,52 @@ base::FileDescriptor open(const std::string& path, int flags) {
     return file;
 }
 
+/// Looked at before it is opened for reading: that alone would end the wait of a FIFO's writer.
+struct HeldFile {
+    base::FileDescriptor place;
+    mode_t mode;
+};
+
+HeldFile hold(const std::string& path) {
+    HeldFile held{open(path, O_PATH), 0};
+    struct stat status {};
+    if (::fstat(held.place.get(), &status) != 0) {
+        fail(errno);
+    }
+    held.mode = status.st_mode;
+    return held;
+}
+
+std::string read(const HeldFile& held) {
+    return readOpenDeviceList(
+        open("/proc/self/fd/" + std::to_string(held.place.get()), O_RDONLY | O_NONBLOCK).get());
+}
+
 }  // namespace
 
 std::string readDeviceListFile(const std::string& path) {
-    // Looked at before it is opened for reading: that alone would end the wait of a FIFO's writer.
-    const base::FileDescriptor place = open(path, O_PATH);
-    struct stat status {};
-    if (::fstat(place.get(), &status) != 0) {
-        fail(errno);
-    }
-    if (S_ISFIFO(status.st_mode)) {
+    const HeldFile held = hold(path);
+    if (S_ISFIFO(held.mode)) {
         throw DeviceListFileError(false, "it is a FIFO");
     }
-    const base::FileDescriptor file =
-        open("/proc/self/fd/" + std::to_string(place.get()), O_RDONLY | O_NONBLOCK);
+    return read(held);
+}
 
+std::string readRegularDeviceListFile(const std::string& path) {
+    const HeldFile held = hold(path);
+    if (!S_ISREG(held.mode)) {
+        throw DeviceListFileError(false, "it is no regular file");
+    }
+    return read(held);
+}
+
+std::string readOpenDeviceList(int descriptor) {
     constexpr std::size_t step = std::size_t{64} << 10;
     std::string text;
     std::size_t length = 0;
     while (length <= maximumListSize) {
         text.resize(length + step);
-        const ssize_t count = ::read(file.get(), &text[length], step);
+        const ssize_t count = ::read(descriptor, &text[length], step);
         if (count < 0 && errno != EINTR) {
             fail(errno);
         }

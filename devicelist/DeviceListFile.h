@@ -26,4 +26,11 @@ private:
 /// Throws DeviceListFileError. Any thread may call it.
 std::string readDeviceListFile(const std::string& path);
 
+/// The same of regular files alone: of a pipe or a terminal it would take what the provider is to
+/// read.
+std::string readRegularDeviceListFile(const std::string& path);
+
+/// What the open file `descriptor` holds from its position on. Waits where the file does.
+std::string readOpenDeviceList(int descriptor);
+
 }  // namespace devicelist

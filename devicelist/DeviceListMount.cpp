@@ -9,14 +9,17 @@
 #include <sys/statvfs.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "base/FileDescriptor.h"
+#include "devicelist/DeviceListFile.h"
 
 namespace devicelist {
 
@@ -36,6 +39,13 @@ public:
     }
 
     int number() const { return held_.get(); }
+    struct stat facts() const {
+        struct stat facts = {};
+        if (fstat(number(), &facts) != 0) {
+            fail("cannot look at a file that was opened");
+        }
+        return facts;
+    }
     /// A path that leads to what is held.
     std::string path() const { return "/proc/self/fd/" + std::to_string(number()); }
 
@@ -52,8 +62,12 @@ void writeFile(const std::string& path, const std::string& text, int flags = 0) 
     }
 }
 
-void createFile(const std::string& path) {
-    writeFile(path, "", O_CREAT | O_EXCL);
+void createFile(const std::string& path, const std::string& content = {}) {
+    writeFile(path, content, O_CREAT | O_EXCL);
+    constexpr mode_t readable = 0444;  // whatever the umask
+    if (chmod(path.c_str(), readable) != 0) {
+        fail("cannot make " + path + " readable");
+    }
 }
 
 void createFolder(const std::string& path) {
@@ -145,8 +159,9 @@ void showAgain(const HeldPath& covered, const std::string& folder, const char* n
     bindMount(covered.path() + "/" + name, shown, shown);
 }
 
-/// Covers `folder` with an empty file system in memory under which its entries stay visible.
-void cover(const std::string& folder) {
+/// Covers `folder` with an empty file system in memory under which its entries stay visible, all but
+/// one of that name.
+void cover(const std::string& folder, const std::string& hidden) {
     const HeldPath covered(folder);
     if (mount("devicelist", folder.c_str(), "tmpfs", MS_NOSUID | MS_NODEV | MS_NOEXEC,
               "mode=0755") != 0) {
@@ -158,35 +173,63 @@ void cover(const std::string& folder) {
     }
     while (const dirent* entry = readdir(entries.get())) {
         const char* name = static_cast<const char*>(entry->d_name);
-        if (std::strcmp(name, ".") != 0 && std::strcmp(name, "..") != 0) {
+        if (std::strcmp(name, ".") != 0 && std::strcmp(name, "..") != 0 && hidden != name) {
             showAgain(covered, folder, name);
         }
     }
 }
 
-/// Makes sure that a file can be bound at `path`: where nothing is there, covers the nearest
-/// existing folder and makes the rest of the path under the cover.
-void preparePlace(const std::string& path) {
-    if (exists(path)) {
-        return;
-    }
+/// Makes a file of that content at `path`: covers the nearest existing folder and makes the rest of
+/// the path under the cover.
+void makeUnderCover(const std::string& path, const std::string& content = {}) {
     auto end = path.rfind('/');
     while (end != 0 && !exists(path.substr(0, end))) {
         end = path.rfind('/', end - 1);
     }
     const std::string folder = path.substr(0, end);
+    const auto nextEnd = path.find('/', end + 1);
     if (folder.empty() || folder == "/proc") {
-        throw DeviceListMountError("cannot make " + path + ": " +
-                                   path.substr(0, path.find('/', end + 1)) +
+        throw DeviceListMountError("cannot make " + path + ": " + path.substr(0, nextEnd) +
                                    " does not exist, and " + (folder.empty() ? "/" : folder) +
                                    " is too large a folder to cover");
     }
-    cover(folder);
-    for (end = path.find('/', end + 1); end != std::string::npos; end = path.find('/', end + 1)) {
+    cover(folder, path.substr(end + 1, nextEnd - end - 1));
+    for (end = nextEnd; end != std::string::npos; end = path.find('/', end + 1)) {
         createFolder(path.substr(0, end));
     }
-    createFile(path);
+    createFile(path, content);
     makeReadOnly(folder);
+}
+
+/// The name by which what is held can be found; "/proc/self/fd/..." names it in this process alone.
+std::string nameOf(const HeldPath& held) {
+    std::array<char, PATH_MAX> name = {};
+    const ssize_t length = readlink(held.path().c_str(), name.data(), name.size());
+    return {name.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0))};
+}
+
+/// The same file, opened anew in the view that this process is in now: only mounts of its own can be
+/// bound. None if the file has no name there, or its name has been given to another.
+std::optional<HeldPath> openedInView(const HeldPath& held) {
+    const std::string name = nameOf(held);
+    if (name.empty() || name.front() != '/' || !exists(name)) {
+        return std::nullopt;
+    }
+    HeldPath found(name);
+    const struct stat before = held.facts();
+    const struct stat now = found.facts();
+    if (before.st_dev != now.st_dev || before.st_ino != now.st_ino) {
+        return std::nullopt;
+    }
+    return found;
+}
+
+std::string contentOf(const HeldPath& held, const std::string& name) {
+    try {
+        return readRegularDeviceListFile(held.path());
+    } catch (const DeviceListFileError& error) {
+        throw DeviceListMountError("cannot copy " + name + ": " + error.what());
+    }
 }
 
 }  // namespace
@@ -195,26 +238,26 @@ DeviceListMount::DeviceListMount(std::string file, std::string place)
     : file_(std::move(file)), place_(std::move(place)) {}
 
 void DeviceListMount::enter() const {
-    {
-        // Before the view is entered, so that a mistyped name leaves the process as it was.
-        const HeldPath file(file_);
-        struct stat facts = {};
-        if (fstat(file.number(), &facts) != 0) {
-            fail("cannot look at " + file_);
-        }
-        if (S_ISDIR(facts.st_mode)) {
-            errno = EISDIR;
-            fail("cannot show " + file_ + " as a device list");
-        }
-        if (faccessat(AT_FDCWD, file_.c_str(), R_OK, AT_EACCESS) != 0) {
-            fail("cannot read " + file_);
-        }
+    // Before the view is entered, so that a mistyped name leaves the process as it was.
+    const HeldPath named(file_);
+    if (S_ISDIR(named.facts().st_mode)) {
+        errno = EISDIR;
+        fail("cannot show " + file_ + " as a device list");
+    }
+    if (faccessat(AT_FDCWD, named.path().c_str(), R_OK, AT_EACCESS) != 0) {
+        fail("cannot read " + file_);
     }
     leaveSharedMounts();
-    // Opened in the view, whose mounts alone can be bound; and before the cover, which may hide it.
-    const HeldPath file(file_);
-    preparePlace(place_);
-    bindMount(file.path(), place_, file_);
+    // Before the cover, which may hide it.
+    const std::optional<HeldPath> file = openedInView(named);
+    if (!file) {
+        makeUnderCover(place_, contentOf(named, file_));
+        return;
+    }
+    if (!exists(place_)) {
+        makeUnderCover(place_);
+    }
+    bindMount(file->path(), place_, file_);
     makeReadOnly(place_);
 }
 

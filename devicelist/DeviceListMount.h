@@ -22,7 +22,8 @@ public:
 ///
 /// A modern kernel has no such path, so a small file system in memory covers its nearest existing
 /// folder; what that folder holds stays visible. The file is bound in read-only: programs read it
-/// as it is at that moment, so a pipe can be shown, too.
+/// as it is at that moment, so a pipe can be shown, too. A regular file without a name, such as one
+/// in memory that a process has inherited ("/proc/self/fd/10"), cannot be bound: a copy is shown.
 class DeviceListMount {
 public:
     /// A view that shows `file` at `place`, an absolute path; a relative `file` counts from the

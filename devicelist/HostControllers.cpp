@@ -73,14 +73,11 @@ std::vector<std::string> hostControllersOfList(const DeviceList& list) {
 }
 
 std::vector<std::string> hostControllersOfFile(const std::string& path) {
-    std::error_code failure;
     DeviceList list;
-    if (std::filesystem::is_regular_file(path, failure)) {
-        try {
-            list = readDeviceList(readDeviceListFile(path));
-        } catch (const DeviceListFileError&) {
-            // Whoever reads the list says why it cannot be read.
-        }
+    try {
+        list = readDeviceList(readRegularDeviceListFile(path));
+    } catch (const DeviceListFileError&) {
+        // Whoever reads the list says why it cannot be read.
     }
     return hostControllersOfList(list);
 }

@@ -65,6 +65,19 @@ TEST_F(DeviceListFileTest, GivesTheSystemsReason) {
     EXPECT_EQ(refusalOf(folder_), "Is a directory");
 }
 
+TEST_F(DeviceListFileTest, ReadsRegularFilesAlone) {
+    write("the list\n");
+    EXPECT_EQ(readRegularDeviceListFile(file_), "the list\n");
+    for (const std::string& path : {folder_, std::string("/dev/null")}) {
+        try {
+            readRegularDeviceListFile(path);
+            ADD_FAILURE() << path;
+        } catch (const DeviceListFileError& error) {
+            EXPECT_STREQ(error.what(), "it is no regular file");
+        }
+    }
+}
+
 TEST_F(DeviceListFileTest, ReadsUpTo16MiB) {
     write(std::string(maximumListSize, 'x'));
     EXPECT_EQ(readDeviceListFile(file_).size(), maximumListSize);

@@ -116,6 +116,31 @@ TEST_F(DeviceListMountTest, TheListOfAViewCanBeShownInAnother) {
     EXPECT_EQ(with(list_, program + " " + place + " cat " + place).output, "the list\n");
 }
 
+TEST_F(DeviceListMountTest, AFileWithoutNameIsCopied) {
+    EXPECT_EQ(runCommand("exec 5<" + list_ + "; rm " + list_ + "; umask 077; " + program +
+                         " /dev/fd/5 sh -c 'cat " + place + "; stat -c %a " + place + "'")
+                  .output,
+              "the list\n444\n");
+}
+
+TEST_F(DeviceListMountTest, AFileWithoutNameCoversAView) {
+    std::ofstream(folder_ + "/other") << "the other\n";
+    const std::string other = folder_ + "/other";
+    EXPECT_EQ(with(list_, "exec 5<" + other + "; rm " + other + "; " + program + " /dev/fd/5 cat " +
+                              place + "; cat " + place)
+                  .output,
+              "the other\nthe list\n");
+}
+
+TEST_F(DeviceListMountTest, TheFileThatWasOpenedIsShownAndNoOtherOfItsName) {
+    // What the kernel calls a file without name is the name of another.
+    std::ofstream(list_ + " (deleted)") << "another\n";
+    EXPECT_EQ(runCommand("exec 5<" + list_ + "; rm " + list_ + "; readlink /proc/self/fd/5; " +
+                         program + " /dev/fd/5 cat " + place)
+                  .output,
+              list_ + " (deleted)\nthe list\n");
+}
+
 TEST_F(DeviceListMountTest, WorksWithoutRootThroughAUserNamespace) {
     if (geteuid() != 0) {
         GTEST_SKIP() << "every other test shows it, run as an ordinary user";
