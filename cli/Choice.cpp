@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "cli/Choice.h"
 
-#include <iostream>
-
 #include "cli/Errors.h"
+#include "cli/Note.h"
 #include "cli/NothingRead.h"
 #include "cli/TerminalText.h"
 #include "cli/Values.h"
@@ -18,13 +17,18 @@ std::string noInstanceOf(const std::string& className) {
     return "no instance of " + className + " in " + contract::nameSpace;
 }
 
+std::string noElementAt(const std::string& url) {
+    return "the server at " + url + " knows no USB host controller (" +
+           noInstanceOf(contract::classes::managedElement) +
+           ").\nOpenPegasus is given this machine's by `usbhcdiag mof`.";
+}
+
 [[noreturn]] void failWithoutElements(const Server& server) {
     if (const PrivateServer* privateServer = server.privateServer()) {
-        throw NothingRead(noHostController(deviceListPlaces(privateServer->process())));
+        throw NothingRead("nothing was read: " +
+                          noHostController(deviceListPlaces(privateServer->process())));
     }
-    throw Failure("the server at " + server.url() + " knows no USB host controller (" +
-                  noInstanceOf(contract::classes::managedElement) +
-                  ").\nOpenPegasus is given this machine's by `usbhcdiag mof`.");
+    throw Failure(noElementAt(server.url()));
 }
 
 }  // namespace
@@ -69,9 +73,15 @@ Array<CIMInstance> chooseResults(const Array<CIMInstance>& results,
     return chosen;
 }
 
+void explainMissingElements(const Server& server) {
+    note(server.privateServer() == nullptr
+             ? noElementAt(server.url())
+             : noHostController(deviceListPlaces(server.privateServer()->process())));
+}
+
 void explainEmptyPrivateServer(const Server& server) {
     if (server.privateServer() != nullptr) {
-        std::cerr << "usbhcdiag: a private server has no results yet; --server URL asks another\n";
+        note("a private server has no results yet; --server URL asks another");
     }
 }
 

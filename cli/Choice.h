@@ -28,6 +28,9 @@ Pegasus::Array<Pegasus::CIMInstance> chooseResults(
     const Pegasus::Array<Pegasus::CIMInstance>& results,
     const std::optional<std::string>& deviceId);
 
+/// Says on standard error that there is no host controller, and what to do about it.
+void explainMissingElements(const Server& server);
+
 /// Says on standard error why a private server has no results; nothing for another server.
 void explainEmptyPrivateServer(const Server& server);
 

@@ -5,6 +5,7 @@
 #include <Pegasus/Common/CIMProperty.h>
 
 #include "cli/Errors.h"
+#include "cli/TerminalText.h"
 #include "cli/Values.h"
 #include "contract/Names.h"
 #include "contract/ReturnCode.h"
@@ -119,21 +120,15 @@ CIMInstance Diagnostics::run(const CIMInstance& test, const CIMInstance& element
     CIMInstance result = client_.getInstance(nameSpace, reference);
     const std::string filedUnder = textOf(result, properties::executionId);
     if (filedUnder != textOf(element, properties::deviceId)) {
-        throw Failure("RunTest on " + textOf(element, properties::deviceId) +
-                      " led to a result that is filed under \"" + filedUnder + "\"");
+        throw Failure("RunTest on " + withoutControls(textOf(element, properties::deviceId)) +
+                      " led to a result that is filed under \"" + withoutControls(filedUnder) +
+                      "\"");
     }
     return result;
 }
 
-Uint32 Diagnostics::clear(const CIMInstance& test, const CIMObjectPath& element) {
-    const wire::MethodResult answer = invoke(test, methods::clearResults, element);
-    requireSuccess(answer, methods::clearResults);
-    Uint32 kept = 0;
-    for (Uint32 i = 0; i < answer.outParameters.size(); ++i) {
-        const String& name = answer.outParameters[i].getParameterName();
-        kept += String::equalNoCase(name, parameters::resultsNotCleared) ? 1 : 0;
-    }
-    return kept;
+void Diagnostics::clear(const CIMInstance& test, const CIMObjectPath& element) {
+    requireSuccess(invoke(test, methods::clearResults, element), methods::clearResults);
 }
 
 wire::MethodResult Diagnostics::invoke(const CIMInstance& test, const char* method,

@@ -38,9 +38,9 @@ public:
     /// than 0 is a Failure.
     Pegasus::CIMInstance run(const Pegasus::CIMInstance& test, const Pegasus::CIMInstance& element);
 
-    /// Removes the results of `test` that are filed under the element of that path; returns how
-    /// many stay since their test is in progress.
-    Pegasus::Uint32 clear(const Pegasus::CIMInstance& test, const Pegasus::CIMObjectPath& element);
+    /// Removes the results of `test` that are filed under the element of that path, all but those whose
+    /// test is in progress.
+    void clear(const Pegasus::CIMInstance& test, const Pegasus::CIMObjectPath& element);
 
 private:
     wire::MethodResult invoke(const Pegasus::CIMInstance& test, const char* method,

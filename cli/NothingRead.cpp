@@ -3,7 +3,11 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
+
 #include "base/DeviceListPaths.h"
+#include "cli/ReportedList.h"
 #include "devicelist/DeviceListFile.h"
 #include "devicelist/DeviceListReader.h"
 
@@ -13,6 +17,46 @@ namespace {
 using State = DeviceListFinding::State;
 
 constexpr const char* debugFolder = "/sys/kernel/debug";
+
+/// Why the test reads no device of a list that has some: the end of a sentence that begins with the
+/// list's name.
+std::string unreadDevices(const std::string& text) {
+    const ReportedList reported(text);
+    const auto& devices = reported.coverage().devices;
+    const bool hasNoEndpoint =
+        std::all_of(devices.begin(), devices.end(), [](const devicelist::DeviceCoverage& device) {
+            return device.leftOut == devicelist::LeftOut::noEndpoint;
+        });
+    return hasNoEndpoint ? R"( holds no complete USB device (no "E:" line behind a "T:"))"
+                         : " holds no USB device that the test reads whole: " + reported.reason();
+}
+
+/// A change after which the test reads more of a list, and a command that makes it.
+struct Remedy {
+    const char* what;
+    const char* command;
+    std::string changed;
+};
+
+/// What would let the test read devices of such a list; empty if nothing would.
+std::string remedyFor(const std::string& text) {
+    std::string withoutZeros = text;
+    withoutZeros.erase(std::remove(withoutZeros.begin(), withoutZeros.end(), '\0'),
+                       withoutZeros.end());
+    const std::array<Remedy, 3> remedies = {{
+        {"Without the empty first line", "sed 1d FILE",
+         text.front() == '\n' ? text.substr(1) : text},
+        {"With a line feed at its end", "sed '$a\\' FILE", text + "\n"},
+        {"Without zero bytes", "tr -d '\\0' <FILE", withoutZeros},
+    }};
+    for (const Remedy& remedy : remedies) {
+        if (ReportedList(remedy.changed).coverage().devicesInReport() > 0) {
+            return std::string(remedy.what) + " it is read:\n    " + remedy.command +
+                   " | usbhcdiag run --devices -\n";
+        }
+    }
+    return {};
+}
 
 /// What stands at `path`, as the end of a sentence that begins with "because ".
 std::string clause(const std::string& path, const DeviceListFinding& finding) {
@@ -28,7 +72,7 @@ std::string clause(const std::string& path, const DeviceListFinding& finding) {
         case State::filled:
             break;
     }
-    return path + R"( holds no complete USB device (no "E:" line behind a "T:"))";
+    return path + unreadDevices(finding.text);
 }
 
 std::string adviceWithoutKernelList(const DeviceListPlaces& places) {
@@ -70,15 +114,18 @@ const char* const replayAdvice = "A recorded list is read with\n    usbhcdiag ru
 
 DeviceListFinding examineDeviceList(const std::string& path) {
     try {
-        const std::string text = devicelist::readDeviceListFile(path);
-        if (text.empty()) {
-            return {State::empty, {}};
-        }
-        const bool hasDevice = !devicelist::readDeviceList(text).devices.empty();
-        return {hasDevice ? State::filled : State::blank, {}};
+        return examineDeviceListText(devicelist::readDeviceListFile(path));
     } catch (const devicelist::DeviceListFileError& error) {
-        return {error.isMissing() ? State::missing : State::unreadable, error.what()};
+        return {error.isMissing() ? State::missing : State::unreadable, error.what(), {}};
     }
+}
+
+DeviceListFinding examineDeviceListText(const std::string& text) {
+    if (text.empty()) {
+        return {State::empty, {}, {}};
+    }
+    const bool hasDevice = !devicelist::readDeviceList(text).devices.empty();
+    return {hasDevice ? State::filled : State::blank, {}, text};
 }
 
 DeviceListPlaces deviceListPlaces(int server) {
@@ -87,26 +134,31 @@ DeviceListPlaces deviceListPlaces(int server) {
             base::kernelListPath, "/sys/bus/usb"};
 }
 
-std::string nothingReadPrivately(const DeviceListPlaces& places, const std::string& replayed) {
-    const std::string start = "nothing was read: ";
-    if (!replayed.empty()) {
-        return start + clause(replayed, examineDeviceList(replayed)) +
-               ".\nA recorded list is a copy of " + base::deviceListPath + " (old kernels) or " +
-               base::kernelListPath + ".\n";
+std::string nothingReadPrivately(const DeviceListPlaces& places) {
+    const DeviceListFinding finding = examineDeviceList(places.seen);
+    const std::string start = "nothing was read: " + clause(places.expected, finding) + ".\n";
+    // The server has been shown a list: another way to show it would change nothing.
+    return start + (finding.state == State::filled ? remedyFor(finding.text)
+                                                   : kernelAdvice(places) + replayAdvice);
+}
+
+std::string nothingReadOf(const std::string& name, const DeviceListFinding& finding) {
+    const std::string start = "nothing was read: " + clause(name, finding) + ".\n";
+    if (finding.state == State::filled) {
+        return start + remedyFor(finding.text);
     }
-    return start + clause(places.expected, examineDeviceList(places.seen)) + ".\n" +
-           kernelAdvice(places) + replayAdvice;
+    return start + "A recorded list is a copy of " + base::deviceListPath + " (old kernels) or " +
+           base::kernelListPath + ".\n";
 }
 
 std::string noHostController(const DeviceListPlaces& places) {
-    return "nothing was read: this machine shows no USB host controller.\n" + kernelAdvice(places) +
-           replayAdvice;
+    return "this machine shows no USB host controller.\n" + kernelAdvice(places) + replayAdvice;
 }
 
 std::string nothingReadAt(const std::string& url) {
     return "nothing was read: the server at " + url + " found no device list at " +
            base::deviceListPath +
-           ", or an empty one.\n"
+           ",\nor one of which the test reads no device.\n"
            "On that machine look at that path and at " +
            base::kernelListPath +
            ", where modern kernels have the list.\n"

@@ -14,11 +14,15 @@ struct DeviceListFinding {
 
     State state = State::missing;
     std::string reason;  ///< of missing and unreadable: the system's text
+    std::string text;    ///< of blank and filled: the list
 };
 
 /// Looks at `path` without waiting; a FIFO, and a list of more than 16 MiB, count as unreadable.
 /// "blank" means that no line of it begins a device ("T:").
 DeviceListFinding examineDeviceList(const std::string& path);
+
+/// What a list of that content is.
+DeviceListFinding examineDeviceListText(const std::string& text);
 
 /// Where device lists are looked for.
 struct DeviceListPlaces {
@@ -31,11 +35,14 @@ struct DeviceListPlaces {
 /// The places as the process `server` on this machine sees them.
 DeviceListPlaces deviceListPlaces(int server);
 
-/// The message for a private server that read nothing. `replayed` is the file that --devices named,
-/// empty where it was the kernel's list.
-std::string nothingReadPrivately(const DeviceListPlaces& places, const std::string& replayed);
+/// The message for a private server that read nothing of the kernel's list.
+std::string nothingReadPrivately(const DeviceListPlaces& places);
 
-/// The message for a private server that found no host controller to run the test on.
+/// The message for a private server that read nothing of the list that --devices named; `name` is what
+/// to call it.
+std::string nothingReadOf(const std::string& name, const DeviceListFinding& finding);
+
+/// The message for a private server that found no host controller.
 std::string noHostController(const DeviceListPlaces& places);
 
 /// The message for the server at `url` that read nothing.

@@ -3,7 +3,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/random.h>
 #include <sys/stat.h>
@@ -19,6 +18,7 @@
 #include <vector>
 
 #include "cli/Errors.h"
+#include "cli/MemoryFile.h"
 
 namespace usbhcdiag {
 namespace {
@@ -50,21 +50,6 @@ std::string randomHex() {
     return text;
 }
 
-/// A file in memory that only its owner may read.
-base::FileDescriptor memoryFile(const char* name) {
-    base::FileDescriptor file(::memfd_create(name, MFD_CLOEXEC));
-    if (!file.isOpen() || ::fchmod(file.get(), S_IRUSR | S_IWUSR) != 0) {
-        throw Failure("cannot make a file in memory: " + reason());
-    }
-    return file;
-}
-
-void writeAll(const base::FileDescriptor& file, const std::string& text) {
-    if (::write(file.get(), text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
-        throw Failure("cannot write to a file in memory: " + reason());
-    }
-}
-
 /// Waits for `process` until `limit` has passed; whether it has ended.
 bool waitFor(pid_t process, Clock::duration limit) {
     const auto deadline = Clock::now() + limit;
@@ -88,9 +73,8 @@ bool waitFor(pid_t process, Clock::duration limit) {
 PrivateServer::PrivateServer(const std::string& program, const std::optional<std::string>& devices)
     : user_("usbhcdiag"),
       password_(randomHex()),
-      credentials_(memoryFile("credentials")),
+      credentials_(memoryFile("credentials", user_ + ":" + password_ + "\n")),
       diagnostics_(memoryFile("diagnostics")) {
-    writeAll(credentials_, user_ + ":" + password_ + "\n");
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
         throw Failure("cannot make a pipe: " + reason());

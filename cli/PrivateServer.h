@@ -22,8 +22,8 @@ namespace usbhcdiag {
 /// Main thread only: the server ends with the thread that started it.
 class PrivateServer {
 public:
-    /// Starts `program` and waits until it is ready. `devices`: the device list to show it, with an
-    /// absolute name; otherwise it finds the kernel's. Throws Failure with what it said.
+    /// Starts `program` and waits until it is ready. `devices`: the device list to show it, with a
+    /// name that it finds from any folder; otherwise it finds the kernel's. Throws Failure with what it said.
     PrivateServer(const std::string& program, const std::optional<std::string>& devices);
     PrivateServer(const PrivateServer&) = delete;
     PrivateServer& operator=(const PrivateServer&) = delete;

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "cli/Server.h"
 
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
-#include <iostream>
 #include <stdexcept>
 
-#include "cli/Errors.h"
+#include "cli/Note.h"
+#include "cli/TerminalText.h"
 #include "options/UsageError.h"
 #include "wire/http/CredentialsFile.h"
 
@@ -15,10 +12,6 @@ namespace usbhcdiag {
 namespace {
 
 using wire::ServerUrl;
-
-bool isLoopback(const std::string& host) {
-    return host == "localhost" || host == "::1" || host.rfind("127.", 0) == 0;
-}
 
 ServerUrl givenUrl(const Invocation& invocation) {
     ServerUrl url;
@@ -30,25 +23,13 @@ ServerUrl givenUrl(const Invocation& invocation) {
     if (invocation.credentials.has_value()) {
         url.userAndPassword = wire::readCredentialsFile(*invocation.credentials).front();
     }
-    if (!url.userAndPassword.empty() && !isLoopback(url.host)) {
-        std::cerr << "usbhcdiag: the password goes to " << url.host
-                  << " unencrypted; through a tunnel it does not: ssh -L " << url.port
-                  << ":localhost:" << url.port << " " << url.host << "\n";
+    if (!url.userAndPassword.empty() && !url.isLoopback()) {
+        const std::string port = std::to_string(url.port);
+        note("the password goes to " + url.host +
+             " unencrypted; through a tunnel it does not: ssh -L " + port + ":localhost:" + port +
+             " " + url.host);
     }
     return url;
-}
-
-/// The name of a device list as the private server, which works in another folder, finds it.
-std::optional<std::string> absoluteName(const std::optional<std::string>& file) {
-    if (!file.has_value()) {
-        return std::nullopt;
-    }
-    const std::unique_ptr<char, decltype(&std::free)> name(::realpath(file->c_str(), nullptr),
-                                                           &std::free);
-    if (name == nullptr) {
-        throw Failure("device list " + *file + ": " + std::strerror(errno));
-    }
-    return name.get();
 }
 
 }  // namespace
@@ -58,8 +39,11 @@ Server::Server(const Invocation& invocation) {
     if (invocation.server.has_value()) {
         url = givenUrl(invocation);
     } else {
-        private_ =
-            std::make_unique<PrivateServer>(cimhostProgram(), absoluteName(invocation.devices));
+        std::optional<std::string> devices;
+        if (invocation.devices.has_value()) {
+            devices = replayed_.emplace(*invocation.devices).path();
+        }
+        private_ = std::make_unique<PrivateServer>(cimhostProgram(), devices);
         url = ServerUrl::parse(private_->url());
         url.userAndPassword = private_->user() + ":" + private_->password();
     }
@@ -68,15 +52,17 @@ Server::Server(const Invocation& invocation) {
 }
 
 std::string Server::explain(const std::string& what) const {
-    // A message of the client begins with the URL.
-    std::string text = what.rfind(url_, 0) == 0 ? what : url_ + ": " + what;
+    // The server's words are one line, so that they cannot pass for ours. A message of the client begins
+    // with the URL.
+    const std::string said = withoutControls(what.substr(0, what.find_last_not_of("\r\n") + 1));
+    std::string text = said.rfind(url_, 0) == 0 ? said : url_ + ": " + said;
     if (text.find("answers 401 ") != std::string::npos) {
         text += "\nUser and password go into a file for --credentials.";
     }
     if (private_ != nullptr) {
         text = "the private server at " + text;
-        const std::string said = private_->diagnostics();
-        text += said.empty() ? "" : "\nIt wrote:\n" + said;
+        const std::string written = private_->diagnostics();
+        text += written.empty() ? "" : "\nIt wrote:\n" + written;
     }
     return text;
 }

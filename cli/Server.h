@@ -8,6 +8,7 @@
 
 #include "cli/CommandLine.h"
 #include "cli/PrivateServer.h"
+#include "cli/ReplayedList.h"
 #include "wire/client/CimClient.h"
 
 namespace usbhcdiag {
@@ -18,7 +19,7 @@ namespace usbhcdiag {
 class Server {
 public:
     /// Does not connect yet. Throws options::UsageError for a URL that is none, Failure for credentials that
-    /// cannot be used and for a private server that does not start.
+    /// cannot be used and for a private server that does not start, and what ReplayedList throws.
     explicit Server(const Invocation& invocation);
 
     wire::CimClient& client() { return *client_; }
@@ -29,11 +30,16 @@ public:
     /// The private server; null where another one is used.
     const PrivateServer* privateServer() const { return private_.get(); }
 
+    /// The list that the private server was given; null where it reads the kernel's, and for another
+    /// server.
+    const ReplayedList* replayedList() const { return replayed_ ? &*replayed_ : nullptr; }
+
     /// The message for a request that the server answered with an error, or did not answer: names
     /// the server; of a private one, also what it wrote to its standard error.
     std::string explain(const std::string& what) const;
 
 private:
+    std::optional<ReplayedList> replayed_;
     std::unique_ptr<PrivateServer> private_;
     std::string url_;
     std::unique_ptr<wire::CimClient> client_;

@@ -15,7 +15,8 @@ std::vector<options::Option> allOptions() {
         {"element", 'e', options::Argument{"DEVICEID"},
          "the host controller with that DeviceID (see `usbhcdiag elements`)"},
         {"devices", 'd', options::Argument{"FILE", true},
-         "read the recorded device list FILE instead of the kernel's"},
+         "read the recorded device list FILE (- is standard input) instead of\n"
+         "the kernel's"},
         {"json", 'j', {}, "print JSON, for programs"},
         options::helpOption("print help (after a command: on that command)"),
         options::versionOption(),
@@ -32,6 +33,9 @@ std::vector<options::Command> allCommands() {
          "\n"
          "The test always reads the whole device list. The host controller chosen (without\n"
          "--element the first) is the one that the result is filed under.\n"
+         "\n"
+         "What the report leaves out of the list, or mixes up, is said on standard error;\n"
+         "with --json also in devices_in_list, devices_in_report, left_out and mixed.\n"
          "\n"
          "Exit status: 0 the result passed, 1 it did not or something failed, 3 there was\n"
          "no device list to read (standard error says what was found and what to do).\n",
@@ -67,8 +71,9 @@ std::vector<options::Command> allCommands() {
         {"clear",
          "remove results from the server",
          "Removes the results that the server keeps: all, or those of one host controller.\n"
-         "A result whose test is in progress stays; that is said on standard error, and the\n"
-         "exit status is 1. A private server ends with the command: without --server there is\n"
+         "A result whose test is in progress stays, and one of another test; that is said on\n"
+         "standard error, and the exit status is 1. A private server ends with the command: "
+         "without --server there is\n"
          "nothing to remove.\n",
          "  usbhcdiag clear --server http://localhost:5988\n"
          "  usbhcdiag clear --server http://localhost:5988 --element 0000:00:14.0\n",

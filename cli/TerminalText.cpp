@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "cli/TerminalText.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cwchar>
 
@@ -27,7 +28,7 @@ std::string withoutControls(std::string_view text) {
     while (!text.empty()) {
         const base::Utf8Sequence sequence = base::readUtf8(text.data(), text.size());
         const std::size_t length = sequence.length > 0 ? sequence.length : 1;
-        if (sequence.length > 0 && isControl(sequence.code)) {
+        if (sequence.length == 0 || isControl(sequence.code)) {
             base::appendUtf8(result, base::replacementCharacter);
         } else {
             result += text.substr(0, length);
@@ -35,6 +36,19 @@ std::string withoutControls(std::string_view text) {
         text.remove_prefix(length);
     }
     return result;
+}
+
+std::string linesWithoutControls(std::string_view text) {
+    std::string result;
+    for (std::size_t begin = 0;;) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        result += withoutControls(text.substr(begin, end - begin));
+        if (end == text.size()) {
+            return result;
+        }
+        result += '\n';
+        begin = end + 1;
+    }
 }
 
 std::string withoutLineFeeds(std::string_view text) {

@@ -65,11 +65,6 @@ std::string textOf(const Json& json) {
     return json.is_string() ? json.get<std::string>() : json.dump();
 }
 
-std::string documentOf(const Json& json) {
-    constexpr int indentation = 2;
-    return json.dump(indentation, ' ', false, Json::error_handler_t::replace) + "\n";
-}
-
 /// A constant of MOF: strings, date and time and references in quotes, everything else as in JSON.
 std::string mofConstant(const Json& json) {
     if (!json.is_string()) {
@@ -204,6 +199,11 @@ Json jsonOf(const Array<CIMInstance>& instances) {
         array.push_back(jsonOf(instances[i]));
     }
     return array;
+}
+
+std::string documentOf(const Json& json) {
+    constexpr int indentation = 2;
+    return json.dump(indentation, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 std::string documentOf(const CIMInstance& instance) {

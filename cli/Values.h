@@ -44,6 +44,7 @@ Json jsonOf(const Pegasus::CIMInstance& instance);
 Json jsonOf(const Pegasus::Array<Pegasus::CIMInstance>& instances);
 
 /// JSON documents of the same, indented, valid UTF-8 whatever the strings hold.
+std::string documentOf(const Json& json);
 std::string documentOf(const Pegasus::CIMInstance& instance);
 std::string documentOf(const Pegasus::Array<Pegasus::CIMInstance>& instances);
 

@@ -10,7 +10,9 @@
 #include <Pegasus/Common/Exception.h>
 
 #include "cli/Errors.h"
+#include "cli/Note.h"
 #include "cli/Syntax.h"
+#include "cli/TerminalText.h"
 #include "cli/commands/Commands.h"
 #include "options/Completion.h"
 #include "options/Help.h"
@@ -77,14 +79,6 @@ void hidePasswords(int count, char* words[]) {
     }
 }
 
-void complain(const std::exception& error) {
-    std::string text = error.what();
-    while (!text.empty() && text.back() == '\n') {
-        text.pop_back();
-    }
-    std::cerr << "usbhcdiag: " << text << "\n";
-}
-
 int runProgram(int argc, char* argv[]) {
     const std::vector<std::string> words(argv + 1, argv + argc);
     hidePasswords(argc, argv);
@@ -96,13 +90,13 @@ int runProgram(int argc, char* argv[]) {
         }
         return status;
     } catch (const options::UsageError& error) {
-        std::cerr << options::usageComplaint(program(), error.what());
+        std::cerr << linesWithoutControls(options::usageComplaint(program(), error.what()));
         return exitUsage;
     } catch (const NothingRead& error) {
-        complain(error);
+        note(error.what());
         return exitNothingRead;
     } catch (const std::exception& error) {
-        complain(error);
+        note(error.what());
         return exitFailure;
     }
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // usbhcdiag elements
+#include "cli/Choice.h"
 #include "cli/Diagnostics.h"
 #include "cli/Listing.h"
 #include "cli/commands/Commands.h"
@@ -8,8 +9,12 @@
 namespace usbhcdiag {
 
 ExitStatus listElements(Server& server, const Invocation& invocation) {
-    print(Diagnostics(server.client()).elements(),
-          {{"DEVICEID", contract::properties::deviceId}, {"NAME", "ElementName"}}, invocation.json);
+    const auto elements = Diagnostics(server.client()).elements();
+    print(elements, {{"DEVICEID", contract::properties::deviceId}, {"NAME", "ElementName"}},
+          invocation.json);
+    if (elements.size() == 0) {
+        explainMissingElements(server);
+    }
     return exitSuccess;
 }
 

@@ -2,15 +2,24 @@
 // usbhcdiag run
 #include <unistd.h>
 
+#include <algorithm>
 #include <iostream>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
+
+#include <nlohmann/json.hpp>
 
 #include "cli/Choice.h"
 #include "cli/Diagnostics.h"
 #include "cli/Errors.h"
+#include "cli/Note.h"
 #include "cli/NothingRead.h"
 #include "cli/Progress.h"
+#include "cli/ReportedList.h"
+#include "cli/ReportedListJson.h"
 #include "cli/Terminal.h"
 #include "cli/TerminalText.h"
 #include "cli/Values.h"
@@ -41,12 +50,55 @@ void printReport(const std::vector<std::string>& lines) {
     }
 }
 
-std::string nothingRead(const Server& server, const Invocation& invocation) {
+/// The list that the report is about, where this command can see it; empty if it cannot.
+std::optional<std::string> listBehind(const Server& server) {
+    if (const ReplayedList* replayed = server.replayedList()) {
+        return replayed->text();
+    }
+    if (const PrivateServer* privateServer = server.privateServer()) {
+        DeviceListFinding finding =
+            examineDeviceList(deviceListPlaces(privateServer->process()).seen);
+        if (finding.state != DeviceListFinding::State::missing &&
+            finding.state != DeviceListFinding::State::unreadable) {
+            return std::move(finding.text);
+        }
+    }
+    return std::nullopt;
+}
+
+/// What the report holds of its list. Empty where the list is not known; also where the report is of
+/// another one, since a device came or went after the test had read it.
+std::optional<ReportedList> reportedList(const Server& server,
+                                         const std::vector<std::string>& report) {
+    const auto list = listBehind(server);
+    if (!list) {
+        return std::nullopt;
+    }
+    ReportedList reported(*list);
+    constexpr std::string_view endOfBlock = "          ";
+    const auto blocks = std::count(report.begin(), report.end(), endOfBlock);
+    return reported.coverage().blocks == static_cast<std::size_t>(blocks)
+               ? std::optional(std::move(reported))
+               : std::nullopt;
+}
+
+std::string jsonDocument(const CIMInstance& result, const ReportedList* reported) {
+    Json document = jsonOf(result);
+    addReportedList(document, reported);
+    return documentOf(document);
+}
+
+std::string nothingRead(const Server& server) {
     const PrivateServer* privateServer = server.privateServer();
-    return privateServer == nullptr
-               ? nothingReadAt(server.url())
-               : nothingReadPrivately(deviceListPlaces(privateServer->process()),
-                                      invocation.devices.value_or(""));
+    if (privateServer == nullptr) {
+        return nothingReadAt(server.url());
+    }
+    if (const ReplayedList* replayed = server.replayedList()) {
+        return nothingReadOf(replayed->name(), replayed->text()
+                                                   ? examineDeviceListText(*replayed->text())
+                                                   : examineDeviceList(replayed->path()));
+    }
+    return nothingReadPrivately(deviceListPlaces(privateServer->process()));
 }
 
 }  // namespace
@@ -58,20 +110,24 @@ ExitStatus runTest(Server& server, const Invocation& invocation) {
     const CIMInstance result = runWithProgress(diagnostics, test, element);
 
     const auto lines = textsOf(result, properties::testResults);
+    const auto reported = reportedList(server, lines);
     if (invocation.json) {
-        std::cout << documentOf(result);
+        std::cout << jsonDocument(result, reported ? &*reported : nullptr);
     } else {
         printReport(lines);
     }
     std::cout.flush();
     const auto state = numberOf(result, properties::testState);
     if (state != static_cast<std::uint16_t>(TestState::passed)) {
-        throw Failure("the result on " + textOf(element, properties::deviceId) +
+        throw Failure("the result on " + withoutControls(textOf(element, properties::deviceId)) +
                       " did not pass: it is " +
                       (state.has_value() ? testStateText(*state) : "unknown"));
     }
     if (lines.empty()) {
-        throw NothingRead(nothingRead(server, invocation));
+        throw NothingRead(nothingRead(server));
+    }
+    if (reported && !reported->isWhole()) {
+        note(reported->message());
     }
     return exitSuccess;
 }

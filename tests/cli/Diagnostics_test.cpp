@@ -116,13 +116,16 @@ TEST_F(DiagnosticsTest, RunNeedsAReturnCodeAndAReference) {
     EXPECT_EQ(runFailure(), "RunTest came back without a reference to its result");
 }
 
-TEST_F(DiagnosticsTest, ClearCountsWhatStays) {
-    const std::string kept =
-        "<PARAMVALUE NAME=\"ResultsNotCleared\" PARAMTYPE=\"string\"><VALUE>x</VALUE></PARAMVALUE>";
+TEST_F(DiagnosticsTest, ClearExplainsReturnCodes) {
     answers_ = {methodAnswer("ClearResults", returned(0)),
-                methodAnswer("ClearResults", returned(0) + kept + kept)};
-    EXPECT_EQ(diagnostics_.clear(test_, element_.getPath()), 0U);
-    EXPECT_EQ(diagnostics_.clear(test_, element_.getPath()), 2U);
+                methodAnswer("ClearResults", returned(1040))};
+    diagnostics_.clear(test_, element_.getPath());
+    try {
+        diagnostics_.clear(test_, element_.getPath());
+        ADD_FAILURE() << "taken for a success";
+    } catch (const Failure& error) {
+        EXPECT_STREQ(error.what(), "ClearResults answered 1040: a parameter is not a reference");
+    }
 }
 
 TEST(TestState, IsNamed) {

@@ -35,7 +35,12 @@ protected:
     /// The message where `list_` is the place that the provider reads, and the kernel's list is
     /// at `kernel`.
     std::string message(const std::string& kernel) const {
-        return nothingReadPrivately({"/expected", list_, kernel, "/sys"}, "");
+        return nothingReadPrivately({"/expected", list_, kernel, "/sys"});
+    }
+
+    /// The message for a list of that content which --devices named.
+    static std::string replayed(const std::string& text) {
+        return nothingReadOf("list.txt", examineDeviceListText(text));
     }
 
     std::string folder_;
@@ -100,8 +105,63 @@ TEST_F(DeviceListTest, MessageSaysHowToPresentTheKernelsList) {
     write("");
     EXPECT_TRUE(contains(message(list_), "The kernel's list at " + list_ + " is empty, too"));
     write("T:  Bus=01\n");
-    EXPECT_TRUE(contains(message(list_), "\n    with-device-list " + list_ + " PROGRAM"));
-    EXPECT_TRUE(contains(message(list_), "\n    usbhcdiag run --devices FILE\n"));
+    const DeviceListPlaces places{"/expected", "/nowhere", list_, "/sys"};
+    EXPECT_TRUE(
+        contains(nothingReadPrivately(places), "\n    with-device-list " + list_ + " PROGRAM"));
+    EXPECT_TRUE(contains(nothingReadPrivately(places), "\n    usbhcdiag run --devices FILE\n"));
+}
+
+TEST_F(DeviceListTest, MessageAboutAListThatWasShownDoesNotSayToShowIt) {
+    write("T:  Bus=01\n");
+    EXPECT_EQ(message(list_),
+              "nothing was read: /expected holds no complete USB device (no \"E:\" line behind a "
+              "\"T:\").\n");
+}
+
+const std::string device = "T:  Bus=01 Lev=00\nE:  Ad=81(I)\n";
+
+TEST_F(DeviceListTest, AnEmptyFirstLineIsNamedWithWhatHelps) {
+    EXPECT_EQ(replayed("\n" + device),
+              "nothing was read: list.txt holds no USB device that the test reads whole: it begins "
+              "with an empty line, for which the last line of the list is not read.\n"
+              "Without the empty first line it is read:\n"
+              "    sed 1d FILE | usbhcdiag run --devices -\n");
+    write("\n" + device);
+    EXPECT_EQ(
+        message("/nowhere"),
+        "nothing was read: /expected holds no USB device that the test reads whole: it begins "
+        "with an empty line, for which the last line of the list is not read.\n"
+        "Without the empty first line it is read:\n"
+        "    sed 1d FILE | usbhcdiag run --devices -\n");
+}
+
+TEST_F(DeviceListTest, AMissingLineFeedIsNamedWithWhatHelps) {
+    EXPECT_EQ(replayed(device.substr(0, device.size() - 1)),
+              "nothing was read: list.txt holds no USB device that the test reads whole: its last "
+              "line has no line feed, and is not read.\n"
+              "With a line feed at its end it is read:\n"
+              "    sed '$a\\' FILE | usbhcdiag run --devices -\n");
+}
+
+TEST_F(DeviceListTest, AZeroByteIsNamedWithWhatHelps) {
+    std::string list = device;
+    list.insert(10, 1, '\0');
+    EXPECT_EQ(
+        replayed(list),
+        "nothing was read: list.txt holds no USB device that the test reads whole: it holds a "
+        "zero byte, where the test stops.\n"
+        "Without zero bytes it is read:\n"
+        "    tr -d '\\0' <FILE | usbhcdiag run --devices -\n");
+}
+
+TEST_F(DeviceListTest, ADeviceBeyondWhatIsReadIsNamedWithoutAdvice) {
+    EXPECT_EQ(replayed("#" + std::string(9000, '.') + "\n" + device),
+              "nothing was read: list.txt holds no USB device that the test reads whole: the test "
+              "reads the first 8192 of its 9033 bytes.\n");
+    EXPECT_EQ(replayed("\n#" + std::string(9000, '.') + "\n" + device),
+              "nothing was read: list.txt holds no USB device that the test reads whole: the test "
+              "reads the first 8192 of its 9034 bytes.\n")
+        << "an advice that does not help";
 }
 
 TEST_F(DeviceListTest, MessageTellsAMachineWithoutUsbFromOneWithoutDebugfs) {
@@ -110,7 +170,7 @@ TEST_F(DeviceListTest, MessageTellsAMachineWithoutUsbFromOneWithoutDebugfs) {
                          "is mounted:\n    mount -t debugfs debugfs "));
     const DeviceListPlaces places{"/expected", list_, "/nowhere", folder_ + "/bus"};
     EXPECT_EQ(noHostController(places),
-              "nothing was read: this machine shows no USB host controller.\n"
+              "this machine shows no USB host controller.\n"
               "This machine has no USB, or no driver for it is loaded: there is no " +
                   folder_ +
                   "/bus.\n"
@@ -119,7 +179,7 @@ TEST_F(DeviceListTest, MessageTellsAMachineWithoutUsbFromOneWithoutDebugfs) {
 
 TEST_F(DeviceListTest, MessageOfAReplayNamesTheFile) {
     write("");
-    EXPECT_EQ(nothingReadPrivately({"/expected", "/seen", "/kernel", "/bus"}, list_),
+    EXPECT_EQ(nothingReadOf(list_, examineDeviceList(list_)),
               "nothing was read: " + list_ +
                   " is empty.\n"
                   "A recorded list is a copy of " DEVICE_LIST_PATH
@@ -129,7 +189,7 @@ TEST_F(DeviceListTest, MessageOfAReplayNamesTheFile) {
 TEST_F(DeviceListTest, MessageOfAnotherServerNamesIt) {
     const std::string text = nothingReadAt("http://far:5988");
     EXPECT_EQ(text.rfind("nothing was read: the server at http://far:5988 found no device list "
-                         "at " DEVICE_LIST_PATH ", or an empty one.\n",
+                         "at " DEVICE_LIST_PATH ",\nor one of which the test reads no device.\n",
                          0),
               0U);
     EXPECT_TRUE(contains(text, "man usbhcdiag"));

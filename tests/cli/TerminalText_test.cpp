@@ -15,7 +15,20 @@ TEST(TerminalText, ReplacesEveryControlCharacter) {
 TEST(TerminalText, KeepsEverythingElse) {
     EXPECT_EQ(withoutControls("  M\u00FCller\u00A0\u00AE \u65E5 \U0001F50C"),
               "  M\u00FCller\u00A0\u00AE \u65E5 \U0001F50C");
-    EXPECT_EQ(withoutControls("cut \xC2"), "cut \xC2");
+}
+
+TEST(TerminalText, ReplacesWhatIsNotUtf8) {
+    EXPECT_EQ(withoutControls("cut \xC2"), "cut \uFFFD");
+    EXPECT_EQ(withoutControls("\x9B"
+                              "31m"),
+              "\uFFFD31m")
+        << "a control character to an 8-bit terminal";
+}
+
+TEST(TerminalText, KeepsTheLinesOfAText) {
+    EXPECT_EQ(linesWithoutControls("a\x1B\n\nb\r\n"), "a\uFFFD\n\nb\uFFFD\n");
+    EXPECT_EQ(linesWithoutControls(""), "");
+    EXPECT_EQ(linesWithoutControls("a"), "a");
 }
 
 TEST(TerminalText, ReplacesLineFeedsAlone) {

@@ -1,16 +1,22 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
 """End-to-end tests of usbhcdiag with a real cimhost: usbhcdiag_test.py PROGRAMS SOURCES [unittest options]"""
+import base64
+import ctypes
+import gzip
 import json
 import os
 import pty
 import re
 import signal
+import socket
 import subprocess
 import sys
 import tempfile
 import time
 import unittest
+import urllib.parse
+import urllib.request
 from pathlib import Path
 
 PROGRAMS = Path(sys.argv.pop(1)).resolve()
@@ -19,6 +25,7 @@ SAMPLES = SOURCES / "samples"
 TREE = str(SAMPLES / "ohci-tree.txt")
 USBHCDIAG = str(PROGRAMS / "usbhcdiag")
 EXPECTED_REPORT = str(SOURCES / "tests" / "expected_report.py")
+CAPTURES = SOURCES.parent / "shared" / "captures"
 PATIENCE = 60  # seconds, for a machine under load
 
 # A device whose names hold what names must not: bytes that are not UTF-8, an escape sequence, a carriage
@@ -103,7 +110,9 @@ class Run(Case):
     def test_prints_the_report_and_nothing_else(self):
         for sample in sorted(SAMPLES.glob("*.txt")):
             with self.subTest(sample.name):
-                self.assertEqual(self.prints("run", "--devices", str(sample)), expected_report(sample))
+                result = usbhcdiag("run", "--devices", str(sample))
+                self.assertEqual((result.stdout, result.returncode), (expected_report(sample), 0))
+        self.assertEqual(self.prints("run", "--devices", TREE), expected_report(TREE))
 
     def test_prints_names_as_they_are_where_there_is_no_terminal(self):
         path = self.file(ODD_LIST)
@@ -175,6 +184,171 @@ class Run(Case):
                          "usbhcdiag: --server: the URL of a CIM server reads "
                          "http://[user:password@]host[:port]: it must begin with http://\n"
                          "Try `usbhcdiag --help`.\n")
+
+
+def whole_device(number, endpoint=True):
+    """The block of a device with a name, a vendor and a product of its own."""
+    return (f"T:  Bus=01 Lev=01 Prnt=01 Port={number - 1:02} Cnt={number:02} Dev#={number + 1:3} Spd=12  MxCh= 0\n"
+            "D:  Ver= 1.10 Cls=00(>ifc ) Sub=00 Prot=00 MxPS= 8 #Cfgs=  1\n"
+            f"P:  Vendor=0461 ProdID={number:04x} Rev= 2.00\n"
+            f"S:  Manufacturer=Maker {number}\nS:  Product=Thing {number}\nS:  SerialNumber={number}\n"
+            "C:* #Ifs= 1 Cfg#= 1 Atr=a0 MxPwr=100mA\n"
+            "I:  If#= 0 Alt= 0 #EPs= 1 Cls=03(HID  ) Sub=01 Prot=02 Driver=usbhid\n" +
+            ("E:  Ad=81(I) Atr=03(Int.) MxPS=   4 Ivl=10ms\n" if endpoint else "")).encode()
+
+
+class LeftOut(Case):
+    """What the report leaves out is said."""
+
+    def run_list(self, content):
+        """Standard error of a run, and what its JSON says of the list beside the result."""
+        path = self.file(content)
+        result = usbhcdiag("run", "--devices", path)
+        self.assertEqual((result.returncode, result.stdout), (0, expected_report(path)))
+        document = json.loads(usbhcdiag("run", "--devices", path, "--json").stdout)
+        return result.stderr.decode(), document
+
+    def test_nothing_is_said_of_a_whole_list(self):
+        said, document = self.run_list(whole_device(1) + whole_device(2))
+        self.assertEqual(said, "")
+        self.assertEqual((document["devices_in_list"], document["devices_in_report"]), (2, 2))
+        self.assertEqual((document["left_out"], document["mixed"]), ([], []))
+
+    def test_devices_beyond_what_is_read(self):
+        content = b"".join(map(whole_device, range(1, 41)))
+        said, document = self.run_list(content)
+        read = content[:8192].count(b"\nE:")
+        self.assertTrue(said.startswith(
+            f"usbhcdiag: the report holds {read} of the 40 devices of the list: the test reads the first 8192 of its "
+            f"{len(content)} bytes\n"
+            f'    "Thing {read + 1}" (0461:{read + 1:04x}) at 1-{read + 1}: beyond the first 8192 bytes\n'), said)
+        self.assertEqual(said.count("\n"), 1 + 40 - read)
+        self.assertEqual((document["devices_in_list"], document["devices_in_report"]), (40, read))
+        self.assertEqual([device["name"] for device in document["left_out"]],
+                         [f"Thing {number}" for number in range(read + 1, 41)])
+        self.assertEqual(document["left_out"][0],
+                         {"position": read + 1, "device": f"1-{read + 1}", "name": f"Thing {read + 1}",
+                          "id": f"0461:{read + 1:04x}", "reason": "beyond_read_size",
+                          "text": "beyond the first 8192 bytes"})
+
+    def test_the_last_line_of_a_list_that_begins_with_an_empty_one(self):
+        said, document = self.run_list(b"\n" + whole_device(1) + b"\n" + whole_device(2))
+        self.assertEqual(said, "usbhcdiag: the report holds 1 of the 2 devices of the list: it begins with an empty "
+                               "line, for which the last line of the list is not read\n"
+                               '    "Thing 2" (0461:0002) at 1-2: the last line of the list is not read\n')
+        self.assertEqual([device["reason"] for device in document["left_out"]], ["last_line"])
+
+    def test_devices_without_endpoint_and_whom_they_lend_to(self):
+        said, document = self.run_list(whole_device(1, endpoint=False) +
+                                       b"T:  Bus=02 Lev=00\nP:  Vendor=0461 ProdID=0009 Rev= 2.00\nE:  Ad=81(I)\n")
+        self.assertIn('    "Thing 1" (0461:0001) at 1-1: no endpoint; its fields stand in the block of '
+                      "a device without name (0461:0009) at usb2\n", said)
+        self.assertIn("    a device without name (0461:0009) at usb2: its block has ", said)
+        self.assertEqual([device["reason"] for device in document["left_out"]], ["no_endpoint"])
+        self.assertEqual([device["position"] for device in document["mixed"]], [2])
+
+    def test_what_is_said_is_the_difference_for_every_list(self):
+        lists = [*sorted(SAMPLES.glob("*.txt")), *sorted(CAPTURES.glob("*.txt"))]
+        for path in lists:
+            with self.subTest(path.name):
+                result = usbhcdiag("run", "--devices", str(path), "--json")
+                document = json.loads(result.stdout)
+                blocks = document["TestResults"].count(10 * " ")
+                devices = len(re.findall(rb"^T:", path.read_bytes(), re.M))
+                self.assertEqual((document["devices_in_list"], document["devices_in_report"]), (devices, blocks))
+                self.assertEqual(len(document["left_out"]), devices - blocks)
+                said = result.stderr.decode().splitlines()
+                if result.returncode == 0:
+                    notes = len(document["left_out"]) + len(document["mixed"])
+                    self.assertEqual(len(said), 1 + notes if notes else 0, said)
+
+    def test_another_servers_list_is_not_known(self):
+        with subprocess.Popen([str(PROGRAMS / "cimhost"), "--devices", self.file(b"\n" + whole_device(1) + whole_device(2))],
+                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, cwd=self.folder) as host:
+            url = host.stdout.readline().decode().removeprefix("listening on ").strip()
+            document = json.loads(self.prints("run", "--server", url, "--json"))
+            host.terminate()
+        for member in ("devices_in_list", "devices_in_report", "left_out", "mixed"):
+            self.assertIsNone(document[member])
+
+
+class Devices(Case):
+    """What --devices takes."""
+
+    def test_standard_input(self):
+        content = Path(TREE).read_bytes()
+        for name in ("-", "/dev/stdin", "/dev/fd/0"):
+            with self.subTest(name):
+                result = subprocess.run([USBHCDIAG, "run", "--devices", name], input=content, stdout=subprocess.PIPE,
+                                        stderr=subprocess.PIPE, timeout=PATIENCE, check=False)
+                self.assertEqual((result.stdout, result.stderr, result.returncode), (expected_report(TREE), b"", 0))
+        with open(TREE, "rb") as file:
+            result = subprocess.run([USBHCDIAG, "run", "--devices", "/dev/stdin"], stdin=file, stdout=subprocess.PIPE,
+                                    timeout=PATIENCE, check=False)
+        self.assertEqual((result.stdout, result.returncode), (expected_report(TREE), 0))
+
+    def test_the_controllers_of_standard_input(self):
+        result = subprocess.run([USBHCDIAG, "elements", "--devices", "-"], input=Path(TREE).read_bytes(),
+                                stdout=subprocess.PIPE, timeout=PATIENCE, check=False)
+        self.assertEqual(result.stdout, self.prints("elements", "--devices", TREE))
+
+    def test_a_file_is_opened_once(self):
+        path = self.file(Path(TREE).read_bytes())
+        libc = ctypes.CDLL(None, use_errno=True)
+        nonblocking, opened = 0o4000, 0x20
+        watch = libc.inotify_init1(nonblocking)
+        self.assertGreaterEqual(watch, 0)
+        self.addCleanup(os.close, watch)
+        self.assertGreaterEqual(libc.inotify_add_watch(watch, path.encode(), opened), 0)
+        # An event of the watch alone has no name: 16 bytes; equal ones that wait are one.
+        with open(path, "rb") as file:
+            self.assertEqual(len(os.read(watch, 4096)), 16)
+            file.read()
+        seen = []
+        command = subprocess.Popen([USBHCDIAG, "run", "--devices", path], stdout=subprocess.DEVNULL)
+        while command.poll() is None or not seen:
+            try:
+                seen.append(os.read(watch, 16))
+            except BlockingIOError:
+                time.sleep(0.0005)
+        try:
+            while True:
+                seen.append(os.read(watch, 16))
+        except BlockingIOError:
+            pass
+        self.assertEqual((command.wait(), len(seen)), (0, 1))
+
+    def test_a_compressed_list_is_named_as_such(self):
+        path = self.file(gzip.compress(Path(TREE).read_bytes()), "list.gz")
+        said = self.fails(3, "run", "--devices", path)
+        self.assertEqual(said, f"usbhcdiag: nothing was read: {path} is compressed with gzip. Unpacked it can be read:\n"
+                               "    zcat FILE | usbhcdiag run --devices -\n")
+
+    def test_a_folder_gives_one_line(self):
+        for command in ("run", "elements", "mof"):
+            self.assertEqual(self.fails(1, command, "--devices", str(self.folder)),
+                             f"usbhcdiag: device list {self.folder}: Is a directory\n")
+
+    def test_line_ends_do_not_change_the_controllers(self):
+        for sample in sorted(SAMPLES.glob("*.txt")):
+            with self.subTest(sample.name):
+                other = self.file(sample.read_bytes().replace(b"\n", b"\r\n"))
+                self.assertEqual(self.prints("elements", "-d", other), self.prints("elements", "-d", str(sample)))
+
+    def test_reasons_are_true_and_advice_helps(self):
+        device = whole_device(1)
+        for content, reason in ((b"\n" + device, "begins with an empty line"),
+                                (device[:-1], "has no line feed"),
+                                (device.replace(b"Thing", b"Thi\0ng"), "holds a zero byte")):
+            with self.subTest(reason):
+                path = self.file(content)
+                said = self.fails(3, "run", "--devices", path)
+                self.assertIn(reason, said)
+                self.assertNotIn('no "E:" line', said)
+                advice = said.splitlines()[-1].replace("FILE", path).replace("usbhcdiag", USBHCDIAG)
+                result = subprocess.run(advice, shell=True, stdout=subprocess.PIPE, timeout=PATIENCE, check=False)
+                self.assertEqual(result.returncode, 0, advice)
+                self.assertIn(b"Product Name                  Thing 1\n", result.stdout)
 
 
 class Interrupted(Case):
@@ -275,6 +449,36 @@ class Terminal(Case):
         self.assertIn("\uFFFD[31mred\uFFFD[0m", report)
         self.assertIn("\u201cquoted\u201d", report)
 
+    def test_error_texts_cannot_steer_the_terminal(self):
+        said = self.fails(1, "run", "-d", str(self.folder / "no\x1b[31m\u009b32m\x7f"))
+        self.assertEqual(said, f"usbhcdiag: device list {self.folder}/no\uFFFD[31m\uFFFD32m\uFFFD: "
+                               "No such file or directory\n")
+        said = self.fails(1, "run", "-d", os.fsencode(self.folder) + b"/no\x9b31m")
+        self.assertEqual(said, f"usbhcdiag: device list {self.folder}/no\uFFFD31m: No such file or directory\n")
+        said = self.fails(2, "run", "--fa\x1b[31mst")
+        self.assertEqual(said, "usbhcdiag: there is no option --fa\uFFFD[31mst\nTry `usbhcdiag --help`.\n")
+
+    def test_a_servers_error_cannot_steer_the_terminal_or_forge_lines(self):
+        said = refused_by(b"HTTP/1.1 400 Bad Request\r\nCIMError: x%1B%5B31m%0Ausbhcdiag: all is well%C2%9B\r\n"
+                          b"Content-Length: 0\r\n\r\n")
+        self.assertRegex(said, "^usbhcdiag: http://127.0.0.1:[0-9]+: the server answers 400 Bad Request: "
+                               "x\uFFFD\\[31m\uFFFDusbhcdiag: all is well\uFFFD\n$")
+
+
+def refused_by(*answers):
+    """Standard error of `usbhcdiag tests` on a server that gives these answers, whatever it is asked."""
+    with socket.create_server(("127.0.0.1", 0)) as server:
+        command = subprocess.Popen([USBHCDIAG, "tests", "--server", f"http://127.0.0.1:{server.getsockname()[1]}"],
+                                   stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        for answer in answers:
+            connection, _ = server.accept()
+            with connection:
+                connection.recv(65536)
+                connection.sendall(answer)
+        output, said = command.communicate(timeout=PATIENCE)
+    assert (command.returncode, output) == (1, b""), (command.returncode, output)
+    return said.decode()
+
 
 class Lists(Case):
     def test_tests(self):
@@ -305,6 +509,16 @@ class Lists(Case):
         elements = json.loads(self.prints("elements", "-d", str(SAMPLES / "uhci-ehci-desktop.txt"), "-j"))
         self.assertEqual(re.findall(r'^    DeviceID = "(.*)";$', mof, re.M),
                          [element["DeviceID"] for element in elements])
+
+
+class NoElements(Case):
+    def test_a_private_server_says_so(self):
+        result = usbhcdiag("elements")
+        if result.stdout.count(b"\n") > 1:
+            self.skipTest("this machine has host controllers")
+        self.assertEqual((result.returncode, result.stdout.split()), (0, [b"DEVICEID", b"NAME"]))
+        self.assertTrue(result.stderr.startswith(b"usbhcdiag: this machine shows no USB host controller.\n"),
+                        result.stderr)
 
 
 class NamedServer(Case):
@@ -344,6 +558,58 @@ class NamedServer(Case):
         self.assertEqual([result["ExecutionID"] for result in self.results()], [elements[1]])
         self.assertEqual(self.prints(*self.named("clear")), b"removed: 1\n")
         self.assertEqual(self.results(), [])
+
+    def invoke(self, method, test, element):
+        """Invokes a method of the test of that name, which need not be offered, and returns the answer."""
+        system = ('<KEYBINDING NAME="SystemCreationClassName"><KEYVALUE>QUIRVO_ComputerSystem</KEYVALUE></KEYBINDING>'
+                  f'<KEYBINDING NAME="SystemName"><KEYVALUE>{element["SystemName"]}</KEYVALUE></KEYBINDING>')
+
+        def name(class_name, key, value):
+            return (f'<INSTANCENAME CLASSNAME="{class_name}"><KEYBINDING NAME="CreationClassName"><KEYVALUE>{class_name}'
+                    f'</KEYVALUE></KEYBINDING><KEYBINDING NAME="{key}"><KEYVALUE>{value}</KEYVALUE></KEYBINDING>{system}'
+                    "</INSTANCENAME>")
+        namespace = '<LOCALNAMESPACEPATH><NAMESPACE NAME="root"/><NAMESPACE NAME="kavex"/></LOCALNAMESPACEPATH>'
+        body = ('<?xml version="1.0" encoding="utf-8"?><CIM CIMVERSION="2.0" DTDVERSION="2.0"><MESSAGE ID="1" '
+                f'PROTOCOLVERSION="1.0"><SIMPLEREQ><METHODCALL NAME="{method}"><LOCALINSTANCEPATH>{namespace}'
+                f'{name("ZORVA_UsbHc_DiagTest", "Name", test)}</LOCALINSTANCEPATH><PARAMVALUE NAME="SystemElement" '
+                f'PARAMTYPE="reference"><VALUE.REFERENCE>{name("ZORVA_UsbHc", "DeviceID", element["DeviceID"])}'
+                "</VALUE.REFERENCE></PARAMVALUE></METHODCALL></SIMPLEREQ></MESSAGE></CIM>")
+        path = (f'root/kavex:ZORVA_UsbHc_DiagTest.CreationClassName="ZORVA_UsbHc_DiagTest",Name="{test}",'
+                f'SystemCreationClassName="QUIRVO_ComputerSystem",SystemName="{element["SystemName"]}"')
+        request = urllib.request.Request(self.url + "/cimom", body.encode(), {
+            "Content-Type": "application/xml; charset=utf-8", "CIMProtocolVersion": "1.0", "CIMOperation": "MethodCall",
+            "CIMMethod": method, "CIMObject": urllib.parse.quote(path, safe=""),
+            "Authorization": "Basic " + base64.b64encode(b"anna:se cret").decode()})
+        return urllib.request.urlopen(request, timeout=PATIENCE).read().decode()
+
+    def test_clear_counts_what_is_gone(self):
+        elements = json.loads(self.prints(*self.named("elements", "-j")))
+        self.prints(*self.named("run", "-e", elements[0]["DeviceID"]))
+        self.assertIn("<VALUE>0</VALUE>", self.invoke("RunTest", "OtherTest", elements[1]).replace("\n", ""))
+        self.assertEqual(sorted(result["DiagnosticName"] for result in self.results()),
+                         ["GetUsbDeviceInformation", "OtherTest"])
+        cleared = usbhcdiag(*self.named("clear"))
+        self.assertEqual((cleared.stdout, cleared.returncode), (b"removed: 1\n", 1))
+        self.assertEqual(cleared.stderr.decode(),
+                         f"usbhcdiag: the result of OtherTest on {elements[1]['DeviceID']} stays: ClearResults of "
+                         "GetUsbDeviceInformation removes its own alone\n")
+        self.assertEqual([result["DiagnosticName"] for result in self.results()], ["OtherTest"])
+
+    def test_says_that_there_are_no_elements(self):
+        with subprocess.Popen([str(PROGRAMS / "cimhost")], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                              cwd=self.folder) as host:
+            url = host.stdout.readline().decode().removeprefix("listening on ").strip()
+            result = usbhcdiag("elements", "--server", url)
+            as_json = usbhcdiag("elements", "--server", url, "--json")
+            host.terminate()
+        if result.stdout.count(b"\n") > 1:
+            self.skipTest("this machine has host controllers")
+        self.assertEqual((result.returncode, result.stdout.split()), (0, [b"DEVICEID", b"NAME"]))
+        self.assertEqual((as_json.returncode, as_json.stdout), (0, b"[]\n"))
+        for said in (result.stderr, as_json.stderr):
+            self.assertTrue(said.decode().startswith(
+                f"usbhcdiag: the server at {url} knows no USB host controller (no instance of ZORVA_UsbHc in "
+                "root/kavex)"), said)
 
     def test_wants_the_right_credentials(self):
         wrong = self.file(b"anna:guess\n", "wrong", 0o600)
@@ -388,8 +654,8 @@ class NamedServer(Case):
             host.terminate()
         self.assertEqual((result.returncode, result.stdout), (3, b""))
         self.assertTrue(result.stderr.decode().startswith(
-            f"usbhcdiag: nothing was read: the server at {url} found no device list at /proc/bus/usb/devices, "
-            "or an empty one.\n"), result.stderr)
+            f"usbhcdiag: nothing was read: the server at {url} found no device list at /proc/bus/usb/devices,\n"
+            "or one of which the test reads no device.\n"), result.stderr)
 
 
 if __name__ == "__main__":

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#include "cli/MemoryFile.h"
+
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "cli/Errors.h"
+
+namespace usbhcdiag {
+
+base::FileDescriptor memoryFile(const char* name, const std::string& content) {
+    base::FileDescriptor file(::memfd_create(name, MFD_CLOEXEC));
+    if (!file.isOpen() || ::fchmod(file.get(), S_IRUSR | S_IWUSR) != 0) {
+        throw Failure(std::string("cannot make a file in memory: ") + std::strerror(errno));
+    }
+    if (::write(file.get(), content.data(), content.size()) !=
+        static_cast<ssize_t>(content.size())) {
+        throw Failure(std::string("cannot write to a file in memory: ") + std::strerror(errno));
+    }
+    return file;
+}
+
+}  // namespace usbhcdiag
