@@ -15,8 +15,8 @@ std::vector<options::Option> allOptions() {
         {"element", 'e', options::Argument{"DEVICEID"},
          "the host controller with that DeviceID (see `usbhcdiag elements`)"},
         {"devices", 'd', options::Argument{"FILE", true},
-         "read the recorded device list FILE (- is standard input) instead of\n"
-         "the kernel's"},
+         "read the recorded device list FILE, - for standard input, instead\n"
+         "of the kernel's"},
         {"json", 'j', {}, "print JSON, for programs"},
         options::helpOption("print help (after a command: on that command)"),
         options::versionOption(),
@@ -72,9 +72,8 @@ std::vector<options::Command> allCommands() {
          "remove results from the server",
          "Removes the results that the server keeps: all, or those of one host controller.\n"
          "A result whose test is in progress stays, and one of another test; that is said on\n"
-         "standard error, and the exit status is 1. A private server ends with the command: "
-         "without --server there is\n"
-         "nothing to remove.\n",
+         "standard error, and the exit status is 1. A private server ends with the command:\n"
+         "without --server there is nothing to remove.\n",
          "  usbhcdiag clear --server http://localhost:5988\n"
          "  usbhcdiag clear --server http://localhost:5988 --element 0000:00:14.0\n",
          {"element", "server", "credentials", "help"}},
