@@ -110,6 +110,23 @@ class Server:
     def is_running(self):
         return self.run("cimserver", "--status", check=False).returncode == 0
 
+    def namespaces(self):
+        """As its repository holds them: not every server lists them."""
+        return sorted(entry.name.replace("#", "/") for entry in (self.home / "repository").iterdir()
+                      if entry.is_dir())
+
+    def replace_tool(self, name, first):
+        """Has a tool run a piece of shell script before it does its work."""
+        programs = (self.home / "bin").resolve()
+        (self.home / "bin").unlink()
+        (self.home / "bin").mkdir()
+        for program in programs.iterdir():
+            if program.name != name:
+                (self.home / "bin" / program.name).symlink_to(program)
+        replaced = self.home / "bin" / name
+        replaced.write_text(f'#!/bin/sh\n{first}\nexec {programs / name} "$@"\n')
+        replaced.chmod(0o755)
+
     def process_id(self):
         return int(pathlib.Path("/var/tmp", "cimserver_start.conf").read_text().split()[0])
 

@@ -5,6 +5,8 @@ what is wrong."""
 
 import os
 import shutil
+import subprocess
+import tempfile
 import unittest
 
 from openpegasus_case import *
@@ -35,7 +37,7 @@ class Registration(RegistrationCase):
         """Whatever a registration could leave behind: namespaces, what they hold, modules, links."""
         found = {"modules": self.server.run("cimprovider", "-l").stdout,
                  "libraries": sorted(os.listdir(self.server.home / "lib"))}
-        for namespace in self.server.run("cimcli", "ns").stdout.split():
+        for namespace in self.server.namespaces():
             for what in ("nc -di", "eq", "ni PG_ProviderCapabilities"):
                 answer = self.server.run("cimcli", *what.split(), "-n", namespace, check=False)
                 found[namespace, what] = sorted(answer.stdout.splitlines())
@@ -50,6 +52,29 @@ class Registration(RegistrationCase):
         self.addCleanup(client.close)
         client.names(TEST)
         self.command("unregister")
+        self.assertEqual(self.contents(), before)
+
+    def test_server_that_lists_one_namespace_alone(self):
+        """As one that was built without the Interop provider."""
+        self.server.start()
+        self.server.replace_tool("cimcli", '[ "$1" != ns ] || { echo root/PG_InterOp; exit; }')
+        before = self.contents()
+        self.register()
+        self.assertIn("Everything is in place", self.command("check"))
+        self.assertRegex(self.command("list"), r"(?m)^ZORVA_UsbHc_DiagTest +1 instances$")
+        self.command("unregister")
+        self.assertEqual(self.contents(), before)
+
+    def test_namespace_that_the_server_does_not_tell_of_is_not_taken_for_missing(self):
+        self.server.start()
+        self.register()
+        before = self.contents()
+        self.server.replace_tool("cimcli", 'case "$*" in "nc -n root/kavex") '
+                                 'echo "CIM_ERR_ACCESS_DENIED" >&2; exit 2 ;; esac')
+        for command in "check", "list", "unregister":
+            said = self.command(command, status=1)
+            self.assertIn("does not tell whether there is a namespace root/kavex", said)
+            self.assertIn("  | CIM_ERR_ACCESS_DENIED", said)
         self.assertEqual(self.contents(), before)
 
     def test_every_step_may_be_repeated(self):
@@ -251,6 +276,41 @@ class Check(RegistrationCase):
         os.mkfifo(DEVICE_LIST)
         self.assert_wrong(f"{DEVICE_LIST} is a pipe", "/sys/kernel/debug/usb/devices")
         DEVICE_LIST.unlink()
+        DEVICE_LIST.symlink_to(sample("ohci-tree.txt"))
+        self.assert_wrong(f"{DEVICE_LIST} is no regular file", "/sys/kernel/debug/usb/devices")
+        DEVICE_LIST.unlink()
+
+    def test_list_without_end(self):
+        self.server.start()
+        self.register()
+        line = b"T:  Bus=01\n"
+        self.show_line_at(line, 65536 - len(line))
+        self.assertIn("device list with 1 devices", self.command("check"))
+        self.show_line_at(line, 65536)
+        self.assert_wrong(f"{DEVICE_LIST} holds no device", "/sys/kernel/debug/usb/devices")
+
+    @staticmethod
+    def show_line_at(line, position):
+        """A list of so many bytes of other lines, then this line, then nothing that ends soon."""
+        with open(DEVICE_LIST, "wb") as file:
+            file.write(b"\n" * position + line)
+            file.truncate(10 * 2**30)
+
+    @unittest.skipIf(os.geteuid() != 0, "only root can become somebody else")
+    def test_process_of_somebody_elses_is_not_taken_for_the_server(self):
+        folder = tempfile.mkdtemp(dir="/var/tmp")
+        os.chmod(folder, 0o755)
+        program = shutil.copy(shutil.which("sleep"), os.path.join(folder, "cimserver"))
+        # Before the server, so that they come before it; each with a list of its own, which is empty.
+        show = f'mount --bind /dev/null {DEVICE_LIST}; exec setpriv --reuid=65534 --clear-groups "$0" 600'
+        for _ in range(10):
+            decoy = subprocess.Popen(["unshare", "--mount", "sh", "-c", show, program])
+            self.addCleanup(decoy.wait)
+            self.addCleanup(decoy.kill)
+            wait_for(lambda: decoy_runs(decoy.pid), "the decoy has its name")
+        self.server.start()
+        self.register()
+        self.assertIn("Everything is in place", self.command("check"))
 
     def test_library_that_does_not_load(self):
         self.server.start()
@@ -261,6 +321,11 @@ class Check(RegistrationCase):
         link.unlink()
         link.symlink_to(broken)
         self.assert_wrong("the test does not enumerate: .*ProviderLoadFailure", "may not load")
+
+
+def decoy_runs(process):
+    with open(f"/proc/{process}/comm") as file:
+        return file.read() == "cimserver\n"
 
 
 class KernelList(unittest.TestCase):

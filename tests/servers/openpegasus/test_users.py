@@ -3,10 +3,11 @@
 """Clients that log in: whoever asks, there is one result table, and the list is readable."""
 
 import pathlib
+import unittest
 
 from cimxml import HttpError
 from openpegasus_case import *
-from pegasus_server import LIBRARY, skip
+from pegasus_server import LIBRARY
 
 # The server's own password file takes accounts of the machine; these exist on any.
 USERS = (("root", "first-secret"), ("nobody", "second-secret"))
@@ -18,10 +19,12 @@ class Users:
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
+        if not (cls.server.home / "bin/cimuser").exists():
+            raise unittest.SkipTest("this server has no cimuser, and asks PAM for passwords")
         for name, password in USERS:
             added = cls.server.run("cimuser", "-a", "-u", name, "-w", password, check=False)
             if added.returncode != 0:
-                skip(f"this server keeps no password file of its own: {added.stdout}")
+                raise unittest.SkipTest(f"this server keeps no password file of its own: {added.stdout}")
 
     def setUp(self):
         super().setUp()
