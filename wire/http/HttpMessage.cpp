@@ -28,6 +28,8 @@ std::string_view reasonPhrase(unsigned status) {
             return "Bad Request";
         case 401:
             return "Unauthorized";
+        case 403:
+            return "Forbidden";
         case 405:
             return "Method Not Allowed";
         case 408:

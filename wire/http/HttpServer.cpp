@@ -10,9 +10,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <condition_variable>
 #include <list>
-#include <set>
+#include <optional>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -24,7 +23,7 @@
 
 #include "base/Ascii.h"
 #include "base/FileDescriptor.h"
-#include "base/ThreadSafety.h"
+#include "wire/http/ConnectionPlaces.h"
 #include "wire/http/SocketStream.h"
 
 namespace wire {
@@ -40,15 +39,16 @@ constexpr milliseconds lingerTime{1000};
 
 /// What connections and listener share.
 struct Shared {
-    Shared(HttpHandler handler, const HttpLimits& limits)
-        : handler(std::move(handler)), limits(limits) {}
+    Shared(HttpHandler handler, const HttpLimits& limits, HttpGate gate)
+        : handler(std::move(handler)),
+          limits(limits),
+          gate(std::move(gate)),
+          places(limits.connections) {}
 
     const HttpHandler handler;
     const HttpLimits limits;
-
-    base::Mutex mutex;
-    std::condition_variable connectionEnded;
-    std::set<int> connections ZORVA_GUARDED_BY(mutex);  // descriptors
+    const HttpGate gate;
+    ConnectionPlaces places;
 };
 
 /// How late a deadline is noticed: at most a second, and a fraction of the shortest limit.
@@ -85,6 +85,11 @@ struct Refusal {
     unsigned status;
 };
 
+/// The answer to a client for whom there is no place.
+HttpResponse noPlace() {
+    return {503, {{"Retry-After", "1"}}, {}};
+}
+
 unsigned statusOf(const error_code& error) {
     if (error == http::error::body_limit) {
         return 413;
@@ -98,20 +103,28 @@ unsigned statusOf(const error_code& error) {
 /// One client, from its first request to its last.
 class Connection {
 public:
-    Connection(Shared& shared, base::FileDescriptor socket)
+    Connection(Shared& shared, ConnectionPlaces::Place& place)
         : shared_(shared),
           limits_(shared.limits),
-          stream_(std::move(socket), precisionFor(shared.limits)),
+          place_(place),
+          stream_(base::FileDescriptor(place.descriptor()), precisionFor(shared.limits)),
           buffer_(limits_.headerBytes + chunk) {}
 
     void serve() {
         try {
+            if (const auto refused = askGate()) {
+                refuse(*refused);
+                return;
+            }
             while (serveRequest()) {
             }
         } catch (const Refusal& refusal) {
-            refuse(refusal.status);
+            refuse(place_.givesWay() ? noPlace() : HttpResponse{refusal.status, {}, {}});
         } catch (const StreamEnded&) {
             // The client is gone, or has been silent for too long.
+            if (place_.givesWay()) {
+                refuse(noPlace());
+            }
         }
     }
 
@@ -133,7 +146,12 @@ private:
         }
         const bool keepAlive = parser.get().keep_alive();
         const bool http10 = parser.get().version() == 10;
+        const bool isAuthorized = parser.get().count(http::field::authorization) != 0;
+        place_.serveClient();
         HttpResponse response = respond(takeRequest(parser));
+        if (isAuthorized && response.status == 401) {
+            slowDown();
+        }
         std::string_view connection;
         if (!keepAlive) {
             connection = "close";
@@ -147,6 +165,25 @@ private:
         return keepAlive;
     }
 
+    std::optional<HttpResponse> askGate() {
+        try {
+            return shared_.gate ? shared_.gate(place_.descriptor()) : std::nullopt;
+        } catch (...) {
+            return HttpResponse{500, {}, {}};
+        }
+    }
+
+    /// Waits before a wrong password is answered: whoever guesses gets ever fewer guesses.
+    void slowDown() {
+        constexpr int first = 16;  // of the longest
+        guessTime_ = guessTime_.count() == 0 ? limits_.passwordTime / first
+                                             : std::min(2 * guessTime_, limits_.passwordTime);
+        // It may give way while it waits: guesses take nobody's place.
+        place_.awaitClient();
+        stream_.pause(guessTime_);
+        place_.serveClient();
+    }
+
     HttpResponse respond(HttpRequest&& request) {
         try {
             return shared_.handler(std::move(request));
@@ -155,10 +192,11 @@ private:
         }
     }
 
-    void refuse(unsigned status) {
+    void refuse(const HttpResponse& response) {
+        place_.awaitClient();
         try {
             std::string head;
-            appendHead(head, {status, {}, {}}, "close");
+            appendHead(head, response, "close");
             stream_.setDeadline(lingerTime);
             stream_.write(head);
             stream_.drain();
@@ -192,6 +230,7 @@ private:
             throw Refusal{431};
         }
         const auto space = buffer_.prepare(room);
+        place_.awaitClient();
         buffer_.commit(stream_.read(static_cast<char*>(space.data()), space.size()));
     }
 
@@ -212,7 +251,20 @@ private:
             }
             readMore();
         }
+        requireKnownCoding(parser);
         meetExpectation(parser);
+    }
+
+    /// What a coding that is not decoded here leaves unread would be taken for the next request.
+    static void requireKnownCoding(const Parser& parser) {
+        const auto [begin, end] = parser.get().equal_range(http::field::transfer_encoding);
+        for (auto coding = begin; coding != end; ++coding) {
+            const auto value = coding->value();
+            if (coding != begin ||
+                !base::equalIgnoringCase({value.data(), value.size()}, "chunked")) {
+                throw Refusal{501};
+            }
+        }
     }
 
     void readBody(Parser& parser) {
@@ -274,20 +326,17 @@ private:
 
     Shared& shared_;
     const HttpLimits& limits_;
+    ConnectionPlaces::Place& place_;
+    milliseconds guessTime_{0};  // that the last wrong password had to wait
     SocketStream stream_;
     boost::beast::flat_buffer buffer_;
 };
 
-/// The body of a connection's thread. The descriptor leaves the set before it is closed, so that
-/// nobody shuts down its successor of the same number.
-void serveConnection(const std::shared_ptr<Shared>& shared, int descriptor) {
-    {
-        Connection connection(*shared, base::FileDescriptor(descriptor));
-        connection.serve();
-        const base::MutexLock lock(shared->mutex);
-        shared->connections.erase(descriptor);
-    }
-    shared->connectionEnded.notify_all();
+/// The body of a connection's thread.
+void serveConnection(const std::shared_ptr<Shared>& shared, ConnectionPlaces::Place* place) {
+    Connection connection(*shared, *place);
+    connection.serve();
+    shared->places.leave(*place);
 }
 
 /// The socket address of a listening address.
@@ -358,7 +407,7 @@ class TurnedAway {
 public:
     void add(base::FileDescriptor client) {
         std::string head;
-        appendHead(head, {503, {{"Retry-After", "1"}}, {}}, "close");
+        appendHead(head, noPlace(), "close");
         send(client.get(), head.data(), head.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
         shutdown(client.get(), SHUT_WR);
         if (clients_.size() >= mostWaiting) {
@@ -411,8 +460,9 @@ private:
 /// Takes connections in, on a thread of its own.
 class HttpServer::Listener {
 public:
-    Listener(const ListenAddress& address, HttpHandler handler, const HttpLimits& limits)
-        : shared_(std::make_shared<Shared>(std::move(handler), limits)),
+    Listener(const ListenAddress& address, HttpHandler handler, const HttpLimits& limits,
+             HttpGate gate)
+        : shared_(std::make_shared<Shared>(std::move(handler), limits, std::move(gate))),
           socket_(listenAt(address)),
           wake_(eventfd(0, EFD_CLOEXEC)),
           port_(portOf(socket_)),
@@ -434,15 +484,9 @@ public:
             thread_.join();
             socket_.close();
         }
-        const auto end = std::chrono::steady_clock::now() + grace;
-        base::MutexLock lock(shared_->mutex);
-        for (const int connection : shared_->connections) {
-            // An answer can still be written; the next request is the end of the connection.
-            shutdown(connection, SHUT_RD);
-        }
-        while (!shared_->connections.empty() && lock.waitUntil(shared_->connectionEnded, end)) {
-        }
-        return shared_->connections.empty();
+        // An answer can still be written; the next request is the end of the connection.
+        shared_->places.endReading();
+        return shared_->places.waitUntilEmpty(ConnectionPlaces::Clock::now() + grace);
     }
 
 private:
@@ -473,22 +517,17 @@ private:
             }
             return;
         }
-        {
-            const base::MutexLock lock(shared_->mutex);
-            if (shared_->connections.size() < shared_->limits.connections) {
-                shared_->connections.insert(client.get());
-            } else {
-                turnedAway_.add(std::move(client));
-                return;
-            }
+        ConnectionPlaces::Place* const place = shared_->places.enter(client.get());
+        if (place == nullptr) {
+            turnedAway_.add(std::move(client));
+            return;
         }
         try {
-            std::thread(serveConnection, shared_, client.get()).detach();
+            std::thread(serveConnection, shared_, place).detach();
             client.release();
         } catch (const std::system_error&) {
             // No thread is to be had.
-            const base::MutexLock lock(shared_->mutex);
-            shared_->connections.erase(client.get());
+            shared_->places.leave(*place);
             turnedAway_.add(std::move(client));
         }
     }
@@ -502,8 +541,9 @@ private:
     std::thread thread_;
 };
 
-HttpServer::HttpServer(const ListenAddress& address, HttpHandler handler, const HttpLimits& limits)
-    : listener_(std::make_unique<Listener>(address, std::move(handler), limits)) {}
+HttpServer::HttpServer(const ListenAddress& address, HttpHandler handler, const HttpLimits& limits,
+                       HttpGate gate)
+    : listener_(std::make_unique<Listener>(address, std::move(handler), limits, std::move(gate))) {}
 
 HttpServer::~HttpServer() = default;
 

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "wire/http/HttpMessage.h"
@@ -21,24 +22,38 @@ namespace wire {
 struct HttpLimits {
     std::size_t headerBytes = 16UL * 1024;           ///< request line and header; beyond: 431
     std::size_t bodyBytes = 1024UL * 1024;           ///< beyond: 413
-    std::size_t connections = 64;                    ///< open at once; beyond: 503
+    std::size_t connections = 64;                    ///< open at once; see HttpServer
     std::chrono::milliseconds requestTime{30'000};   ///< from first to last byte; beyond: 408
     std::chrono::milliseconds idleTime{60'000};      ///< without a request; beyond: closed
     std::chrono::milliseconds responseTime{30'000};  ///< for the client to take the answer
+    std::chrono::milliseconds passwordTime{1'000};   ///< a wrong password waits up to this long
 };
 
 /// Answers one request; may be called from many threads at once. An exception is answered by 500.
 using HttpHandler = std::function<HttpResponse(HttpRequest&& request)>;
 
+/// Asked once for each connection, before anything is read, with its socket; may be called from
+/// many threads at once. What it returns, if anything, is all that the client is told.
+using HttpGate = std::function<std::optional<HttpResponse>(int socket)>;
+
 /// Listens from construction to stop() or destruction.
 ///
 /// Answered here, without the handler: requests that are not HTTP or truncated (400), requests
 /// beyond the limits, "Expect: 100-continue" (and 417 for any other expectation), versions other
-/// than 1.0 and 1.1 (505). Connections are kept open as HTTP/1.0 and 1.1 say.
+/// than 1.0 and 1.1 (505), transfer codings other than "chunked" (501). Connections are kept open
+/// as HTTP/1.0 and 1.1 say.
+///
+/// When as many connections are open as may be, the one whose client has been silent for longest is
+/// answered 503 in favour of a new one; if all are being served, the new one is.
+///
+/// Where the handler answers 401 to a request with an Authorization, the answer waits, with each on
+/// the same connection for twice as long as before.
 class HttpServer {
 public:
-    /// Throws std::system_error, naming address and port, if it cannot listen there.
-    HttpServer(const ListenAddress& address, HttpHandler handler, const HttpLimits& limits = {});
+    /// Throws std::system_error, naming address and port, if it cannot listen there. Without `gate`
+    /// every connection is taken.
+    HttpServer(const ListenAddress& address, HttpHandler handler, const HttpLimits& limits = {},
+               HttpGate gate = {});
 
     /// Stops; see stop(). Requests still in the handler then are left to it.
     ~HttpServer();

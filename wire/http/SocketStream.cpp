@@ -3,6 +3,7 @@
 
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/time.h>
 #include <sys/uio.h>
@@ -99,6 +100,11 @@ void SocketStream::drain() {
     } catch (const StreamEnded&) {
         // Either way there is nothing more to wait for.
     }
+}
+
+void SocketStream::pause(std::chrono::milliseconds time) const {
+    pollfd closed{socket_.get(), POLLRDHUP, 0};
+    poll(&closed, 1, static_cast<int>(time.count()));
 }
 
 bool SocketStream::isStale() const {

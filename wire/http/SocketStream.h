@@ -45,6 +45,9 @@ public:
     /// peer might never see the last answer.
     void drain();
 
+    /// Waits that long, but no longer than the peer keeps its side open.
+    void pause(std::chrono::milliseconds time) const;
+
     /// Whether the peer has closed or sent something while nothing was expected of it.
     bool isStale() const;
 

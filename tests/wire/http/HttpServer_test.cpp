@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <condition_variable>
+#include <future>
 #include <list>
 #include <mutex>
 #include <stdexcept>
@@ -236,44 +237,170 @@ TEST_F(HttpServerTest, whoSendsTooMuchStillSeesTheAnswer) {
     EXPECT_EQ(statusOf(connection.readAll()), 413);
 }
 
-TEST_F(HttpServerTest, takes64ConnectionsAndNoMore) {
+TEST_F(HttpServerTest, of65ConnectionsTheLongestSilentGivesWay) {
     std::list<RawConnection> connections;
     for (int i = 0; i < 64; ++i) {
         connections.emplace_back(port()).send(small);
         EXPECT_EQ(statusOf(connections.back().readResponse()), 200);
     }
+    connections.front().send(small);
+    connections.front().readResponse();
     RawConnection beyond(port());
     beyond.send(small);
-    const std::string refused = beyond.readAll();
+    EXPECT_EQ(statusOf(beyond.readResponse()), 200);
+
+    const std::string refused = std::next(connections.begin())->readAll();
     EXPECT_EQ(statusOf(refused), 503);
     EXPECT_EQ(fieldOf(refused, "Connection"), "close");
+    EXPECT_EQ(fieldOf(refused, "Retry-After"), "1");
+    connections.erase(std::next(connections.begin()));
+    for (RawConnection& connection : connections) {
+        connection.send(small);
+        EXPECT_EQ(statusOf(connection.readResponse()), 200) << "the others are served";
+    }
+}
 
-    connections.front().send(small);
-    EXPECT_EQ(statusOf(connections.front().readResponse()), 200) << "the others are served";
+TEST_F(HttpServerTest, whoNeverCompletesARequestGivesWay) {
+    HttpLimits one;
+    one.connections = 1;
+    start(one);
+    for (const char* const begun :
+         {"", "\r\n", "POST / HT", "POST / HTTP/1.1\r\nContent-Length: 3\r\n\r\nab"}) {
+        RawConnection silent(port());
+        silent.send(begun);
+        int status = 503;
+        while (status == 503) {  // what was sent may not have been read yet
+            RawConnection next(port());
+            next.send(small);
+            status = statusOf(next.readResponse());
+        }
+        EXPECT_EQ(status, 200) << begun;
+        EXPECT_EQ(statusOf(silent.readAll()), 503) << begun;
+    }
+}
 
-    connections.pop_back();
+TEST_F(HttpServerTest, whoIsBeingServedKeepsThePlace) {
+    HttpLimits one;
+    one.connections = 1;
+    std::promise<void> inside;
+    std::promise<void> released;
+    start(one, [&](HttpRequest&& request) {
+        inside.set_value();
+        released.get_future().wait();
+        return echo(std::move(request));
+    });
+    RawConnection served(port());
+    served.send(small);
+    inside.get_future().wait();
+    // Also that many refused clients hold up nobody.
+    std::list<RawConnection> beyond;
+    for (int i = 0; i < 200; ++i) {
+        beyond.emplace_back(port());
+    }
+    const std::string refused = beyond.back().readAll();
+    EXPECT_EQ(statusOf(refused), 503);
+    EXPECT_EQ(fieldOf(refused, "Connection"), "close");
+    released.set_value();
+    EXPECT_EQ(statusOf(served.readResponse()), 200);
+}
+
+TEST_F(HttpServerTest, aWrongPasswordIsAnsweredEverMoreSlowly) {
+    HttpLimits limits;
+    limits.passwordTime = milliseconds(160);
+    start(limits, [](HttpRequest&&) { return HttpResponse{401, {}, {}}; });
+    RawConnection guessing(port());
+    for (const int least : {10, 20, 40, 80, 160, 160}) {
+        const auto begin = std::chrono::steady_clock::now();
+        guessing.send("POST / HTTP/1.1\r\nAuthorization: Basic x\r\nContent-Length: 0\r\n\r\n");
+        EXPECT_EQ(statusOf(guessing.readResponse()), 401);
+        EXPECT_GE(std::chrono::steady_clock::now() - begin, milliseconds(least));
+    }
+}
+
+TEST_F(HttpServerTest, onlyWrongPasswordsWait) {
+    HttpLimits limits;
+    limits.passwordTime = std::chrono::hours(1);
+    start(limits, [](HttpRequest&& request) {
+        return HttpResponse{findField(request.fields, "Authorization") ? 200U : 401U, {}, {}};
+    });
+    EXPECT_EQ(statusFor(small), 401);
+    EXPECT_EQ(statusFor("POST / HTTP/1.0\r\nAuthorization: Basic x\r\n\r\n"), 200);
+}
+
+TEST_F(HttpServerTest, aWrongPasswordThatWaitsTakesNobodysPlace) {
+    HttpLimits limits;
+    limits.connections = 1;
+    limits.passwordTime = std::chrono::hours(1);
+    start(limits, [](HttpRequest&& request) {
+        return HttpResponse{findField(request.fields, "Authorization") ? 401U : 200U, {}, {}};
+    });
+    RawConnection guessing(port());
+    guessing.send("POST / HTTP/1.1\r\nAuthorization: Basic x\r\nContent-Length: 0\r\n\r\n");
     int status = 503;
     while (status == 503) {
         RawConnection next(port());
         next.send(small);
         status = statusOf(next.readResponse());
     }
-    EXPECT_EQ(status, 200) << "a connection that ends makes room";
+    EXPECT_EQ(status, 200);
+    EXPECT_EQ(statusOf(guessing.readAll()), 401) << "at once";
 }
 
-TEST_F(HttpServerTest, manyRefusedClientsDoNotHoldUpTheOthers) {
-    HttpLimits one;
-    one.connections = 1;
-    start(one);
-    RawConnection served(port());
-    served.send(small);
-    served.readResponse();
-    std::list<RawConnection> refused;
-    for (int i = 0; i < 200; ++i) {
-        refused.emplace_back(port());
+TEST_F(HttpServerTest, aGateIsAskedOnceForEachConnection) {
+    std::atomic<int> asked{0};
+    std::atomic<int> handled{0};
+    server_ = std::make_unique<HttpServer>(
+        ListenAddress("127.0.0.1", 0),
+        [&](HttpRequest&& request) {
+            ++handled;
+            return echo(std::move(request));
+        },
+        HttpLimits{},
+        [&](int /*socket*/) {
+            return ++asked == 1 ? std::nullopt
+                                : std::optional<HttpResponse>({403, {{"X-Why", "no"}}, {}});
+        });
+    RawConnection first(port());
+    for (int i = 0; i < 2; ++i) {
+        first.send(small);
+        EXPECT_EQ(statusOf(first.readResponse()), 200);
     }
-    served.send(small);
-    EXPECT_EQ(statusOf(served.readResponse()), 200);
+    EXPECT_EQ(asked, 1);
+    const std::string refused = answer(small + small);
+    EXPECT_EQ(statusOf(refused), 403);
+    EXPECT_EQ(fieldOf(refused, "X-Why"), "no");
+    EXPECT_EQ(fieldOf(refused, "Connection"), "close");
+    EXPECT_EQ(refused.find("HTTP/1.1 ", 1), std::string::npos) << "one answer and no more";
+    EXPECT_EQ(handled, 2);
+}
+
+TEST_F(HttpServerTest, aGateThatThrowsLetsNobodyIn) {
+    server_ = std::make_unique<HttpServer>(
+        ListenAddress("127.0.0.1", 0), echo, HttpLimits{},
+        [](int /*socket*/) -> std::optional<HttpResponse> { throw std::runtime_error("no"); });
+    EXPECT_EQ(statusFor(small), 500);
+}
+
+TEST_F(HttpServerTest, otherTransferCodingsEndTheConnection) {
+    const std::string chunks = "\r\n3\r\nabc\r\n0\r\n\r\n";
+    const auto with = [&](const std::string& fields) {
+        return answer("POST /x HTTP/1.1\r\n" + fields + "\r\n" + chunks.substr(2) + small);
+    };
+    EXPECT_EQ(statusOf(with("Transfer-Encoding: Chunked\r\n")), 200);
+    for (const char* const fields :
+         {"Transfer-Encoding: gzip\r\n", "Transfer-Encoding: gzip, chunked\r\n",
+          "Transfer-Encoding: chunked, gzip\r\n", "Transfer-Encoding: identity\r\n",
+          "Transfer-Encoding: xchunked\r\n", "Transfer-Encoding:\r\n",
+          "Transfer-Encoding: chunked\r\nTransfer-Encoding: chunked\r\n",
+          "Transfer-Encoding: gzip\r\nTransfer-Encoding: chunked\r\n"}) {
+        const std::string answered = with(fields);
+        EXPECT_TRUE(statusOf(answered) == 501 || statusOf(answered) == 400) << fields << answered;
+        EXPECT_EQ(fieldOf(answered, "Connection"), "close") << fields;
+        EXPECT_EQ(answered.find("HTTP/1.1 ", 1), std::string::npos) << "nothing more is served";
+    }
+    EXPECT_EQ(statusOf(with("Transfer-Encoding: gzip\r\n")), 501);
+    EXPECT_EQ(statusOf(with("Transfer-Encoding: gzip, chunked\r\n")), 501);
+    EXPECT_EQ(statusOf(with("Transfer-Encoding: identity\r\n")), 501);
 }
 
 TEST_F(HttpServerTest, aRequestThatDripsInIsTimedOut) {
