@@ -56,7 +56,9 @@ const options::Program& program() {
              "devices, for example a recorded list"},
             {"credentials", 0, options::Argument{"FILE", true},
              "let in only users of FILE, lines \"user:password\", which nobody\n"
-             "else may read"},
+             "else may read, instead of this user and root"},
+            {"open", 0, std::nullopt,
+             "let in every user of this machine instead of this user and root"},
             options::completionOption(),
             options::helpOption("print this text"),
             options::versionOption(),
@@ -76,6 +78,10 @@ Options parseOptions(const std::vector<std::string>& arguments) {
     options.provider = line.argument("provider");
     options.devices = line.argument("devices");
     options.credentials = line.argument("credentials");
+    options.open = line.has("open");
+    if (options.open && options.credentials.has_value()) {
+        throw options::UsageError("--open and --credentials exclude each other");
+    }
     options.help = line.has("help");
     options.version = line.has("version");
     options.completion = line.argument("completion");

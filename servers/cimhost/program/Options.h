@@ -18,7 +18,8 @@ struct Options {
     std::vector<std::string> mofFiles;       ///< empty: the installed ones
     std::optional<std::string> provider;     ///< absent: the installed library
     std::optional<std::string> devices;      ///< absent: the kernel's list
-    std::optional<std::string> credentials;  ///< absent: every client on this machine is admitted
+    std::optional<std::string> credentials;  ///< absent: this user and root are let in
+    bool open = false;                       ///< every user of this machine is let in
     bool help = false;
     bool version = false;
     std::optional<std::string> completion;  ///< a shell: its completion is to be printed

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -31,6 +32,7 @@
 #include "servers/cimhost/program/Privileges.h"
 #include "servers/cimhost/protocol/CimService.h"
 #include "servers/cimhost/protocol/Credentials.h"
+#include "servers/cimhost/protocol/UserGate.h"
 #include "wire/cimxml/StringConversion.h"
 #include "wire/http/HttpServer.h"
 #include "wire/http/ListenAddress.h"
@@ -137,6 +139,11 @@ int serve(const Options& options) {
     if (options.credentials.has_value()) {
         credentials = Credentials::fromFile(*options.credentials);
     }
+    // Before a namespace is entered in which other users have no names.
+    std::unique_ptr<const UserGate> gate;
+    if (!options.credentials.has_value() && !options.open) {
+        gate = std::make_unique<const UserGate>();
+    }
     base::FileDescriptor output = reserveStandardOutput();
     const sigset_t endingSignals = blockEndingSignals();
     const HostSettings settings = settingsFrom(options);
@@ -148,7 +155,9 @@ int serve(const Options& options) {
     }
     const CimService service(host.operations(), std::move(credentials));
     wire::HttpServer server(
-        address, [&](wire::HttpRequest&& request) { return service.answer(std::move(request)); });
+        address, [&](wire::HttpRequest&& request) { return service.answer(std::move(request)); },
+        wire::HttpLimits{},
+        [&](int socket) { return gate ? gate->refusal(socket) : std::nullopt; });
     announce(std::move(output), server.url());
 
     int signal = 0;

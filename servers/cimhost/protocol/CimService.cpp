@@ -9,6 +9,7 @@
 #include "base/Utf8.h"
 #include "servers/cimhost/protocol/CimHeaders.h"
 #include "servers/cimhost/protocol/RequestHandler.h"
+#include "servers/cimhost/protocol/RequestOrigin.h"
 #include "wire/cimxml/CimRequest.h"
 #include "wire/cimxml/XmlDocument.h"
 #include "wire/cimxml/XmlError.h"
@@ -52,22 +53,33 @@ CimService::CimService(Operations& operations, std::optional<Credentials> creden
                        const wire::XmlLimits& limits)
     : operations_(operations), credentials_(std::move(credentials)), limits_(limits) {}
 
-bool CimService::isAdmitted(const wire::HttpRequest& request) const {
-    return !credentials_ ||
-           credentials_->admit(wire::findField(request.fields, "Authorization").value_or(""));
+bool CimService::isAdmitted(const wire::HttpFields& fields) const {
+    if (!credentials_) {
+        return true;
+    }
+    const auto given = wire::findField(fields, "Authorization");
+    if (!given) {
+        return false;
+    }
+    const bool admitted = credentials_->admit(*given);
+    if (!admitted) {
+        wrongCredentials_.add();
+    }
+    return admitted;
 }
 
 wire::HttpResponse CimService::answer(wire::HttpRequest&& request) const {
     const bool extended = request.method == "M-POST";
-    if (!extended && request.method != "POST") {
-        return answerMethod(request.method);
-    }
-    if (!isAdmitted(request)) {
-        return {401, {{"WWW-Authenticate", "Basic realm=\"cimhost\""}}, {}};
-    }
     const wire::HttpFields fields = std::move(request.fields);
     const CimHeaders headers(fields, extended);
     try {
+        requireCimClient(fields);
+        if (!extended && request.method != "POST") {
+            return answerMethod(request.method);
+        }
+        if (!isAdmitted(fields)) {
+            return {401, {{"WWW-Authenticate", "Basic realm=\"cimhost\""}}, {}};
+        }
         headers.check(request.http10);
         return answerCall(std::move(request), headers);
     } catch (const RequestRefused& refusal) {

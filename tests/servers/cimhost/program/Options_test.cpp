@@ -26,6 +26,7 @@ TEST(OptionsTest, WithoutArgumentsTheInstalledFilesAreServedOnAFreeLoopbackPort)
     EXPECT_EQ(options.port, 0);
     EXPECT_TRUE(options.mofFiles.empty());
     EXPECT_FALSE(options.provider || options.devices || options.credentials);
+    EXPECT_FALSE(options.open);
     EXPECT_FALSE(options.help || options.version || options.completion);
 }
 
@@ -40,6 +41,12 @@ TEST(OptionsTest, EveryOptionIsRead) {
     EXPECT_EQ(options.devices, "list");
     EXPECT_EQ(options.credentials, "users");
     EXPECT_TRUE(options.help && options.version);
+}
+
+TEST(OptionsTest, EverybodyIsLetInOrThoseWithAPasswordNotBoth) {
+    EXPECT_TRUE(parseOptions({"--open"}).open);
+    EXPECT_EQ(error({"--open", "--credentials", "users"}),
+              "--open and --credentials exclude each other");
 }
 
 TEST(OptionsTest, PortsHaveSixteenBits) {

@@ -40,7 +40,7 @@ wire::HttpRequest request(const std::string& body) {
     return {"POST",
             "/cimom",
             false,
-            {{"Host", "h"},
+            {{"Host", "localhost"},
              {"Content-Type", "application/xml"},
              {"Content-Length", std::to_string(body.size())},
              {"CIMOperation", "MethodCall"},
@@ -188,6 +188,46 @@ TEST_F(CimServiceTest, credentialsAreDemanded) {
     wire::HttpRequest right = request(good);
     right.fields.push_back({"Authorization", "Basic bWU6c2VjcmV0"});
     EXPECT_EQ(guarded.answer(std::move(right)).status, 200U);
+}
+
+TEST_F(CimServiceTest, wrongCredentialsAreCountedWithoutAWordOfTheClient) {
+    const std::string path = testing::TempDir() + "service." + std::to_string(getpid());
+    std::ofstream(path) << "me:secret\n";
+    chmod(path.c_str(), 0600);
+    const CimService guarded(operations_, Credentials::fromFile(path));
+    unlink(path.c_str());
+
+    testing::internal::CaptureStderr();
+    guarded.answer(request(good));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "none given";
+    testing::internal::CaptureStderr();
+    for (int i = 0; i < 3; ++i) {
+        wire::HttpRequest wrong = request(good);
+        wrong.fields.push_back({"Authorization", "Basic \x1b[31m"});
+        guarded.answer(std::move(wrong));
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "cimhost: a wrong user or password was refused (1 so far)\n"
+              "cimhost: a wrong user or password was refused (2 so far)\n");
+}
+
+TEST_F(CimServiceTest, requestsOfBrowsersAreRefusedBeforeAnythingElse) {
+    for (const char* const method : {"POST", "M-POST", "GET", "OPTIONS"}) {
+        wire::HttpRequest asked = request(good);
+        asked.method = method;
+        asked.fields.push_back({"Origin", "http://localhost"});
+        const wire::HttpResponse response = answer(asked);
+        EXPECT_EQ(response.status, 403U) << method;
+        EXPECT_EQ(operations_.lastCall(), "") << method;
+    }
+    wire::HttpRequest elsewhere = request(good);
+    elsewhere.fields[0].value = "evil.example";
+    const wire::HttpResponse response = answer(elsewhere);
+    EXPECT_EQ(response.status, 403U);
+    EXPECT_EQ(
+        wire::percentDecoded(wire::findField(response.fields, "PGErrorDetail").value_or("")),
+        "the Host \"evil.example\" is neither a loopback address nor \"localhost\" nor the name of "
+        "this machine");
 }
 
 TEST_F(CimServiceTest, credentialsThatNobodyAskedForAreIgnored) {
