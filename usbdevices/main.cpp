@@ -1,13 +1,19 @@
 // SPDX-License-Identifier: MIT
-// usbdevices: prints a report of the kernel's USB device list on standard output.
+// usbdevices: prints a report of the kernel's USB device list on standard output; on a terminal without
+// the control characters that devices have in their names.
 // Exit status: 0, or 1 if a device cannot be reported or the report cannot be written.
+#include <unistd.h>
+
 #include <exception>
 #include <iostream>
 
 #include "usbdevices/DeviceReport.h"
+#include "usbdevices/TerminalOutput.h"
 #include "usbdevices/result.h"
 
 int main() {
+    const TerminalOutput output(std::cout, STDOUT_FILENO);
+    const TerminalOutput errors(std::cerr, STDERR_FILENO);
     try {
         result reader;
         auto devices = reader.GetUsbDeviceInfomation();

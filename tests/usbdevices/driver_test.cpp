@@ -1,10 +1,20 @@
 // SPDX-License-Identifier: MIT
 // The stand-alone driver: its report, and the program itself.
+#include <fcntl.h>
+#include <poll.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <array>
+#include <string_view>
+
 #include <gtest/gtest.h>
 
+#include "base/FileDescriptor.h"
 #include "tests/support/runCommand.h"
 #include "tests/usbdevices/readList.h"
 #include "usbdevices/DeviceReport.h"
+#include "usbdevices/TerminalOutput.h"
 
 namespace {
 
@@ -201,6 +211,77 @@ TEST(Driver, PrintsTheBannerAndTheReport) {
     const CommandOutcome outcome = runDriver();
     EXPECT_EQ(outcome.output, banner + mouseBlock);
     EXPECT_EQ(outcome.status, 0);
+}
+
+/// What a terminal gets of the driver, both streams, with the terminal's line ends.
+std::string shownOnTerminal() {
+    const base::FileDescriptor controller(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC));
+    EXPECT_EQ(grantpt(controller.get()), 0);
+    EXPECT_EQ(unlockpt(controller.get()), 0);
+    const std::string name = ptsname(controller.get());
+    // Kept open: a terminal without anybody at it forgets what it holds.
+    const base::FileDescriptor kept(open(name.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC));
+    runCommand(ZORVA_USBDEVICES " >" + name + " 2>&1");
+    std::string shown;
+    pollfd poll{controller.get(), POLLIN, 0};
+    while (::poll(&poll, 1, 100) == 1) {
+        std::array<char, 4096> buffer = {};
+        const ssize_t count = read(controller.get(), buffer.data(), buffer.size());
+        shown.append(buffer.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    return shown;
+}
+
+std::string withTerminalLineEnds(std::string text) {
+    for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 2)) {
+        text.insert(at, "\r");
+    }
+    return text;
+}
+
+const std::string oddName = "\x1B[31m \u009B31m \x9B \x7F \r \xC2 M\u00FCller \u65E5 \xFC";
+
+TEST(Driver, ATerminalIsSparedControlCharacters) {
+    PrivateDeviceList::show(named(oddName));
+    std::string expected = mouseBlock;
+    expected.replace(expected.find("Mouse"), 5,
+                     "\uFFFD[31m \uFFFD31m \uFFFD \uFFFD \uFFFD \uFFFD M\u00FCller \u65E5 \uFFFD");
+    EXPECT_EQ(shownOnTerminal(), withTerminalLineEnds(banner + expected));
+}
+
+TEST(Driver, ATerminalIsSparedControlCharactersInErrorTexts) {
+    PrivateDeviceList::show(named("\x1B[31m", ""));
+    EXPECT_EQ(
+        shownOnTerminal(),
+        withTerminalLineEnds(std::string(banner) +
+                             "usbdevices: device 1 of the list, \"\uFFFD[31m\", has no level\n"));
+}
+
+TEST(Driver, ElsewhereNamesAreAsTheyAre) {
+    PrivateDeviceList::show(named(oddName));
+    std::string expected = mouseBlock;
+    expected.replace(expected.find("Mouse"), 5, oddName);
+    EXPECT_EQ(runDriver().output, banner + expected);
+}
+
+TEST(TerminalOutput, ReplacesWhatIsNoCharacter) {
+    EXPECT_EQ(withoutControls(""), "");
+    EXPECT_EQ(withoutControls("\u00A0\u0800\uD7FF\uE000\U00010000\U0010FFFF ~"),
+              "\u00A0\u0800\uD7FF\uE000\U00010000\U0010FFFF ~");
+    for (const std::string_view none :
+         {"\x1F", "\x7F", "\xC2\x80", "\xC2\x9F", "\x80", "\xBF", "\xC2", "\xFF"}) {
+        EXPECT_EQ(withoutControls(none), "\uFFFD") << none;
+    }
+    for (const std::string_view none : {"\xC0\x9B", "\xC1\xBF", "\xE6\x97", "\xF5\x80"}) {
+        EXPECT_EQ(withoutControls(none), "\uFFFD\uFFFD") << none;
+    }
+    for (const std::string_view none : {"\xE0\x82\x9B", "\xED\xA0\x80", "\xF0\x9F\x92"}) {
+        EXPECT_EQ(withoutControls(none), "\uFFFD\uFFFD\uFFFD") << none;
+    }
+    EXPECT_EQ(withoutControls("\xF0\x8F\xBF\xBF"), "\uFFFD\uFFFD\uFFFD\uFFFD");
+    EXPECT_EQ(withoutControls("\xF4\x90\x80\x80"), "\uFFFD\uFFFD\uFFFD\uFFFD");
+    EXPECT_EQ(withoutControls("\xE6\x97x"), "\uFFFD\uFFFDx");
+    EXPECT_EQ(withoutControls(std::string_view("\0", 1)), "\uFFFD");
 }
 
 TEST(Driver, PrintsOnlyTheBannerForAnEmptyList) {
