@@ -8,6 +8,7 @@
 
 #include "cli/Table.h"
 #include "cli/Terminal.h"
+#include "cli/TerminalText.h"
 #include "cli/Values.h"
 
 namespace usbhcdiag {
@@ -20,10 +21,14 @@ Column::Column(std::string columnHeading, const char* property)
           return textOf(instance, property);
       }) {}
 
+void printDocument(const std::string& text) {
+    std::cout << (isTerminal(STDOUT_FILENO) ? linesWithoutControls(text) : text);
+}
+
 void print(const Pegasus::Array<Pegasus::CIMInstance>& instances,
            const std::vector<Column>& columns, bool json) {
     if (json) {
-        std::cout << documentOf(instances);
+        printDocument(documentOf(instances));
         return;
     }
     std::vector<std::string> headings;

@@ -25,6 +25,10 @@ struct Column {
     Cell cell;
 };
 
+/// Prints a text of several lines, JSON or MOF, on standard output; on a terminal without control
+/// characters other than line feeds.
+void printDocument(const std::string& text);
+
 /// Prints instances on standard output: as a table (bold headings on a terminal), or with `json`
 /// as an array of objects with every property.
 void print(const Pegasus::Array<Pegasus::CIMInstance>& instances,

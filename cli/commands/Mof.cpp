@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "cli/Diagnostics.h"
+#include "cli/Listing.h"
 #include "cli/Values.h"
 #include "cli/commands/Commands.h"
 #include "contract/Names.h"
@@ -15,7 +16,7 @@ ExitStatus printMof(Server& server, const Invocation& /*invocation*/) {
                  "// Load it where the classes are: cimmof -n "
               << contract::nameSpace << " FILE\n";
     for (Pegasus::Uint32 i = 0; i < objects.size(); ++i) {
-        std::cout << "\n" << mofOf(objects[i]);
+        printDocument("\n" + mofOf(objects[i]));
     }
     return exitSuccess;
 }

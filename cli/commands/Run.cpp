@@ -15,6 +15,7 @@
 #include "cli/Choice.h"
 #include "cli/Diagnostics.h"
 #include "cli/Errors.h"
+#include "cli/Listing.h"
 #include "cli/Note.h"
 #include "cli/NothingRead.h"
 #include "cli/Progress.h"
@@ -112,7 +113,7 @@ ExitStatus runTest(Server& server, const Invocation& invocation) {
     const auto lines = textsOf(result, properties::testResults);
     const auto reported = reportedList(server, lines);
     if (invocation.json) {
-        std::cout << jsonDocument(result, reported ? &*reported : nullptr);
+        printDocument(jsonDocument(result, reported ? &*reported : nullptr));
     } else {
         printReport(lines);
     }

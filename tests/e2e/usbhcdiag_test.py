@@ -272,6 +272,38 @@ class LeftOut(Case):
             self.assertIsNone(document[member])
 
 
+class KernelsList(Case):
+    """A machine with a host controller and a list where the test reads it, made of mounts that only the command sees."""
+
+    MACHINE = ("mount -t tmpfs sysfs /sys/bus && mkdir -p /sys/bus/usb/devices /sys/bus/pci/0000:00:14.0/usb1 && "
+               "ln -s ../../pci/0000:00:14.0/usb1 /sys/bus/usb/devices/usb1 && exec \"$@\"")
+
+    def on_machine(self, content, *words):
+        machine = ["unshare", "-rm", "sh", "-c", self.MACHINE, "sh"]
+        if subprocess.run([*machine, "true"], stderr=subprocess.DEVNULL, check=False).returncode != 0:
+            self.skipTest("this machine allows no private mounts")
+        return subprocess.run([*machine, str(PROGRAMS / "with-device-list"), self.file(content), USBHCDIAG, *words],
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
+                              timeout=PATIENCE, check=False)
+
+    def test_what_the_report_leaves_out_of_it_is_said(self):
+        result = self.on_machine(b"\n" + whole_device(1) + b"\n" + whole_device(2), "run")
+        self.assertEqual((result.returncode, result.stdout.count(b"Product Name")), (0, 1), result.stderr)
+        self.assertEqual(result.stderr.decode().splitlines()[0],
+                         "usbhcdiag: the report holds 1 of the 2 devices of the list: it begins with an empty line, for "
+                         "which the last line of the list is not read")
+        result = self.on_machine(b"\n" + whole_device(1) + b"\n" + whole_device(2), "run", "--json")
+        self.assertEqual([device["reason"] for device in json.loads(result.stdout)["left_out"]], ["last_line"])
+
+    def test_a_list_that_is_shown_is_not_to_be_shown(self):
+        result = self.on_machine(b"\n" + whole_device(1), "run")
+        self.assertEqual((result.returncode, result.stdout), (3, b""))
+        self.assertEqual(result.stderr.decode(),
+                         "usbhcdiag: nothing was read: /proc/bus/usb/devices holds no USB device that the test reads "
+                         "whole: it begins with an empty line, for which the last line of the list is not read.\n"
+                         "Without the empty first line it is read:\n    sed 1d FILE | usbhcdiag run --devices -\n")
+
+
 class Devices(Case):
     """What --devices takes."""
 
@@ -448,6 +480,13 @@ class Terminal(Case):
         self.assertNotRegex(report, "[\0-\x09\x0b-\x1f\x7f-\x9f]")
         self.assertIn("\uFFFD[31mred\uFFFD[0m", report)
         self.assertIn("\u201cquoted\u201d", report)
+
+    def test_documents_cannot_steer_the_terminal(self):
+        path = self.file(ODD_LIST)
+        document = self.on_terminal("run", "-d", path, "--json")
+        self.assertNotRegex(document, "[\0-\x09\x0b-\x1f\x7f-\x9f]")
+        self.assertIn("\u201cquoted\u201d \uFFFD31m", "\n".join(json.loads(document)["TestResults"]))
+        self.assertIn("\u009b", usbhcdiag("run", "-d", path, "--json").stdout.decode())
 
     def test_error_texts_cannot_steer_the_terminal(self):
         said = self.fails(1, "run", "-d", str(self.folder / "no\x1b[31m\u009b32m\x7f"))
