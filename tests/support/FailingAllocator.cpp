@@ -12,9 +12,10 @@ std::atomic<bool> isArmed{false};
 std::atomic<long> callsLeft{0};  // until the one that fails, which brings it to 0
 std::atomic<bool> failsOnwards{false};
 std::atomic<bool> failed{false};
+thread_local bool isSpared = false;
 
 bool failsNow() {
-    if (!isArmed) {
+    if (!isArmed || isSpared) {
         return false;
     }
     const long left = --callsLeft;
@@ -50,20 +51,23 @@ void operator delete(void* memory, std::size_t /*size*/) noexcept {
 
 namespace failing_allocator {
 
-bool run(std::size_t failing, Mode mode, const std::function<void()>& work) {
+void run(std::size_t failing, Mode mode, const std::function<void()>& work, Threads threads) {
     class Armed {
     public:
         Armed() { isArmed = true; }
         Armed(const Armed&) = delete;
         Armed& operator=(const Armed&) = delete;
-        ~Armed() { isArmed = false; }
+        ~Armed() {
+            isArmed = false;
+            isSpared = false;
+        }
     };
     callsLeft = static_cast<long>(failing);
     failsOnwards = mode == Mode::onwards;
     failed = false;
+    isSpared = threads == Threads::others;
     const Armed armed;
     work();
-    return failed;
 }
 
 bool hasFailed() {

@@ -15,9 +15,12 @@ enum class Mode {
     onwards  ///< it and all after it
 };
 
-/// Does `work` with the call of that number, from 1, failing. Returns whether there was such a call.
-/// What `work` throws propagates; `failed` then says the same.
-bool run(std::size_t failing, Mode mode, const std::function<void()>& work);
+/// Whose calls are counted and fail.
+enum class Threads { all, others };
+
+/// Does `work` with the call of that number, from 1, failing. What `work` throws propagates.
+void run(std::size_t failing, Mode mode, const std::function<void()>& work,
+         Threads threads = Threads::all);
 
 /// Whether a call failed during the last run().
 bool hasFailed();

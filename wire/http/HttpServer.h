@@ -2,7 +2,7 @@
 // An HTTP server for a few clients on the same machine.
 //
 // Each connection has a thread of its own while it lasts, so that a request that is answered slowly
-// holds up nobody else. The parser is Boost.Beast's; it is used in HttpServer.cpp alone.
+// holds up nobody else.
 #pragma once
 
 #include <chrono>
