@@ -21,9 +21,9 @@ SocketOwners openOwners() {
     } catch (const std::exception& failure) {
         throw std::runtime_error(
             std::string("the kernel does not tell whose connections there are (") + failure.what() +
-            "), so that this user and root cannot be let in alone; start it with --credentials "
-            "FILE "
-            "to let in users with a password, or with --open to let in every local user");
+            "), so that this user and root cannot be let in alone; start it with "
+            "--credentials FILE to let in users with a password, or with --open to let in every "
+            "local user");
     }
 }
 

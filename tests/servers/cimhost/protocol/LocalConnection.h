@@ -3,11 +3,13 @@
 #pragma once
 
 #include <netinet/in.h>
+#include <sched.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <stdexcept>
+#include <thread>
 
 #include "base/FileDescriptor.h"
 
@@ -15,6 +17,21 @@ namespace cimhost {
 
 /// A user that is neither root nor the one who runs the tests.
 constexpr uid_t otherUser = 54321;
+
+/// Runs `action` where no connection can be made: in a network of its own, whose loopback is down.
+/// Returns false if this user may not make one.
+template <class Action>
+bool withoutNetwork(Action action) {
+    bool done = false;
+    // The network is that of this thread alone.
+    std::thread([&] {
+        if (unshare(CLONE_NEWNET) == 0) {
+            action();
+            done = true;
+        }
+    }).join();
+    return done;
+}
 
 class LocalConnection {
 public:
