@@ -134,9 +134,13 @@ DeviceListPlaces deviceListPlaces(int server) {
             base::kernelListPath, "/sys/bus/usb"};
 }
 
-std::string nothingReadPrivately(const DeviceListPlaces& places) {
+std::string nothingReadPrivately(const DeviceListPlaces& places, const std::string& notShown) {
     const DeviceListFinding finding = examineDeviceList(places.seen);
-    const std::string start = "nothing was read: " + clause(places.expected, finding) + ".\n";
+    std::string start = "nothing was read: " + clause(places.expected, finding) + ".\n";
+    if (!notShown.empty()) {
+        start += "A list made from " + places.usbBus +
+                 "/devices cannot be shown to the test here:\n" + notShown + ".\n";
+    }
     // The server has been shown a list: another way to show it would change nothing.
     return start + (finding.state == State::filled ? remedyFor(finding.text)
                                                    : kernelAdvice(places) + replayAdvice);

@@ -35,8 +35,9 @@ struct DeviceListPlaces {
 /// The places as the process `server` on this machine sees them.
 DeviceListPlaces deviceListPlaces(int server);
 
-/// The message for a private server that read nothing of the kernel's list.
-std::string nothingReadPrivately(const DeviceListPlaces& places);
+/// The message for a private server that read nothing of the kernel's list. `notShown`: why a list made
+/// from sysfs could not be shown to it; empty if there was none, or it was shown.
+std::string nothingReadPrivately(const DeviceListPlaces& places, const std::string& notShown = {});
 
 /// The message for a private server that read nothing of the list that --devices named; `name` is what
 /// to call it.

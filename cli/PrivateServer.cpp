@@ -19,6 +19,7 @@
 
 #include "cli/Errors.h"
 #include "cli/MemoryFile.h"
+#include "devicelist/DeviceListMount.h"
 
 namespace usbhcdiag {
 namespace {
@@ -50,6 +51,19 @@ std::string randomHex() {
     return text;
 }
 
+/// The line that begins so says on the pipe of the ready line why the list is not shown.
+constexpr std::string_view notShownMark = "not shown: ";
+
+/// Moves this process, and the server that it becomes, to where `list` is the kernel's.
+void show(const std::string& list, int readyPipe) {
+    try {
+        devicelist::DeviceListMount(list).enter();
+    } catch (const devicelist::DeviceListMountError& error) {
+        const std::string line = std::string(notShownMark) + error.what() + "\n";
+        [[maybe_unused]] const auto written = ::write(readyPipe, line.data(), line.size());
+    }
+}
+
 /// Waits for `process` until `limit` has passed; whether it has ended.
 bool waitFor(pid_t process, Clock::duration limit) {
     const auto deadline = Clock::now() + limit;
@@ -70,7 +84,8 @@ bool waitFor(pid_t process, Clock::duration limit) {
 
 }  // namespace
 
-PrivateServer::PrivateServer(const std::string& program, const std::optional<std::string>& devices)
+PrivateServer::PrivateServer(const std::string& program, const std::optional<std::string>& devices,
+                             const std::optional<std::string>& ownList)
     : user_("usbhcdiag"),
       password_(randomHex()),
       credentials_(memoryFile("credentials", user_ + ":" + password_ + "\n")),
@@ -87,7 +102,7 @@ PrivateServer::PrivateServer(const std::string& program, const std::optional<std
         throw Failure("cannot start " + program + ": " + reason());
     }
     if (process_ == 0) {
-        become(program, devices, writeEnd.get(), parent);
+        become(program, devices, ownList, writeEnd.get(), parent);
     }
     writeEnd.close();
     try {
@@ -103,7 +118,11 @@ PrivateServer::~PrivateServer() {
 }
 
 void PrivateServer::become(const std::string& program, const std::optional<std::string>& devices,
-                           int readyPipe, pid_t parent) const {
+                           const std::optional<std::string>& ownList, int readyPipe,
+                           pid_t parent) const {
+    if (ownList) {
+        show(*ownList, readyPipe);
+    }
     // A signal to the terminal's group is for this command, which then takes the server with it.
     ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -137,31 +156,45 @@ void PrivateServer::become(const std::string& program, const std::optional<std::
 void PrivateServer::awaitReady(const std::string& program, const base::FileDescriptor& readyPipe) {
     constexpr std::string_view announcement = "listening on ";
     const auto deadline = Clock::now() + startLimit;
-    std::string line;
-    while (line.find('\n') == std::string::npos) {
-        const auto left =
-            std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
-        pollfd poll{readyPipe.get(), POLLIN, 0};
-        const int found = ::poll(&poll, 1, left > 0 ? static_cast<int>(left) : 0);
-        if (found < 0 && errno == EINTR) {
-            continue;
+    std::string said;
+    const auto takeLine = [&] {
+        while (said.find('\n') == std::string::npos) {
+            readMore(program, readyPipe, deadline, said);
         }
-        if (found <= 0) {
-            throw Failure(program + " is not ready after " + std::to_string(startLimit.count()) +
-                          " seconds\n" + diagnostics());
-        }
-        std::array<char, 512> buffer{};
-        const ssize_t count = ::read(readyPipe.get(), buffer.data(), buffer.size());
-        if (count <= 0) {
-            throw Failure("the private server did not start: " + program + "\n" + diagnostics());
-        }
-        line.append(buffer.data(), static_cast<size_t>(count));
+        const std::string line = said.substr(0, said.find('\n'));
+        said.erase(0, line.size() + 1);
+        return line;
+    };
+    std::string line = takeLine();
+    if (line.compare(0, notShownMark.size(), notShownMark) == 0) {
+        notShown_ = line.substr(notShownMark.size());
+        line = takeLine();
     }
-    line.resize(line.find('\n'));
     if (line.compare(0, announcement.size(), announcement) != 0) {
         throw Failure(program + " is not the cimhost of this version: it says \"" + line + "\"");
     }
     url_ = line.substr(announcement.size());
+}
+
+void PrivateServer::readMore(const std::string& program, const base::FileDescriptor& readyPipe,
+                             std::chrono::steady_clock::time_point deadline, std::string& said) {
+    const auto left =
+        std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
+    pollfd poll{readyPipe.get(), POLLIN, 0};
+    const int found = ::poll(&poll, 1, left > 0 ? static_cast<int>(left) : 0);
+    if (found < 0 && errno == EINTR) {
+        return;
+    }
+    if (found <= 0) {
+        throw Failure(program + " is not ready after " + std::to_string(startLimit.count()) +
+                      " seconds\n" + diagnostics());
+    }
+    std::array<char, 512> buffer{};
+    const ssize_t count = ::read(readyPipe.get(), buffer.data(), buffer.size());
+    if (count <= 0) {
+        throw Failure("the private server did not start: " + program + "\n" + diagnostics());
+    }
+    said.append(buffer.data(), static_cast<size_t>(count));
 }
 
 void PrivateServer::end() {

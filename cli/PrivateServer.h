@@ -4,6 +4,7 @@
 
 #include <sys/types.h>
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -24,7 +25,11 @@ class PrivateServer {
 public:
     /// Starts `program` and waits until it is ready. `devices`: the device list to show it, with a
     /// name that it finds from any folder; otherwise it finds the kernel's. Throws Failure with what it said.
-    PrivateServer(const std::string& program, const std::optional<std::string>& devices);
+    ///
+    /// `ownList`: a list of this machine's own devices, to be shown where the kernel's is not. Where
+    /// that cannot be done the server starts without, see notShown().
+    PrivateServer(const std::string& program, const std::optional<std::string>& devices,
+                  const std::optional<std::string>& ownList = std::nullopt);
     PrivateServer(const PrivateServer&) = delete;
     PrivateServer& operator=(const PrivateServer&) = delete;
     ~PrivateServer();
@@ -34,18 +39,25 @@ public:
     const std::string& password() const { return password_; }
     pid_t process() const { return process_; }
 
+    /// Why `ownList` could not be shown; empty if it was, or if there was none.
+    const std::string& notShown() const { return notShown_; }
+
     /// What the server has written to its standard error so far, at most the last 64 KiB.
     std::string diagnostics() const;
 
 private:
     [[noreturn]] void become(const std::string& program, const std::optional<std::string>& devices,
-                             int readyPipe, pid_t parent) const;
+                             const std::optional<std::string>& ownList, int readyPipe,
+                             pid_t parent) const;
     void awaitReady(const std::string& program, const base::FileDescriptor& readyPipe);
+    void readMore(const std::string& program, const base::FileDescriptor& readyPipe,
+                  std::chrono::steady_clock::time_point deadline, std::string& said);
     void end();
 
     std::string url_;
     std::string user_;
     std::string password_;
+    std::string notShown_;
     base::FileDescriptor credentials_;
     base::FileDescriptor diagnostics_;
     pid_t process_ = -1;

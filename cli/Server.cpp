@@ -3,6 +3,8 @@
 
 #include <stdexcept>
 
+#include "cli/MachineList.h"
+#include "cli/MemoryFile.h"
 #include "cli/Note.h"
 #include "cli/TerminalText.h"
 #include "options/UsageError.h"
@@ -39,16 +41,32 @@ Server::Server(const Invocation& invocation) {
     if (invocation.server.has_value()) {
         url = givenUrl(invocation);
     } else {
-        std::optional<std::string> devices;
-        if (invocation.devices.has_value()) {
-            devices = replayed_.emplace(*invocation.devices).path();
-        }
-        private_ = std::make_unique<PrivateServer>(cimhostProgram(), devices);
+        startPrivateServer(invocation);
         url = ServerUrl::parse(private_->url());
         url.userAndPassword = private_->user() + ":" + private_->password();
     }
     url_ = url.withoutCredentials();
     client_ = std::make_unique<wire::CimClient>(url);
+}
+
+void Server::startPrivateServer(const Invocation& invocation) {
+    std::optional<std::string> devices;
+    std::optional<SysfsList> own;
+    if (invocation.devices.has_value()) {
+        devices = replayed_.emplace(*invocation.devices).path();
+    } else if (invocation.command == Command::run) {
+        own = sysfsList();
+    }
+    if (!own) {
+        private_ = std::make_unique<PrivateServer>(cimhostProgram(), devices);
+        return;
+    }
+    const base::FileDescriptor list = memoryFile("devices", own->text);
+    private_ = std::make_unique<PrivateServer>(cimhostProgram(), devices,
+                                               "/proc/self/fd/" + std::to_string(list.get()));
+    if (private_->notShown().empty()) {
+        note(own->origin);
+    }
 }
 
 std::string Server::explain(const std::string& what) const {

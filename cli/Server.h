@@ -20,6 +20,9 @@ class Server {
 public:
     /// Does not connect yet. Throws options::UsageError for a URL that is none, Failure for credentials that
     /// cannot be used and for a private server that does not start, and what ReplayedList throws.
+    ///
+    /// For a run without a list of choice, where this user cannot read the kernel's list, the private
+    /// server is shown one made from sysfs; standard error says so.
     explicit Server(const Invocation& invocation);
 
     wire::CimClient& client() { return *client_; }
@@ -39,6 +42,8 @@ public:
     std::string explain(const std::string& what) const;
 
 private:
+    void startPrivateServer(const Invocation& invocation);
+
     std::optional<ReplayedList> replayed_;
     std::unique_ptr<PrivateServer> private_;
     std::string url_;

@@ -78,9 +78,9 @@ public:
     /// or before: the kernel shows no more than it has understood, and the next one follows then.
     Bytes configurationAt(std::size_t place) const {
         constexpr std::size_t totalLengthPlace = 2;
-        const std::size_t end =
-            std::min(size(), place + std::max<std::size_t>(wordAt(place + totalLengthPlace),
-                                                           configurationLength));
+        const std::size_t end = std::min(
+            size(),
+            place + std::max<std::size_t>(wordAt(place + totalLengthPlace), configurationLength));
         std::size_t next = place;
         do {
             next += at(next);
@@ -189,8 +189,8 @@ private:
             return unit * interval_;
         }
         // How often a device refuses at most, which high speed alone has, and never for input.
-        const bool mayRefuse = speed_ == Speed::high && (type() == Endpoint::Type::control ||
-                                                         (address_ & inBit) == 0);
+        const bool mayRefuse =
+            speed_ == Speed::high && (type() == Endpoint::Type::control || (address_ & inBit) == 0);
         return mayRefuse ? unit * interval_ : 0;
     }
 

@@ -40,7 +40,8 @@ std::optional<Place> placeOf(std::string_view name) {
     name.remove_prefix(isRootHub ? rootHub.size() : 0);
     Place place;
     for (char separator = '-'; true; separator = '.') {
-        const std::size_t end = isRootHub ? name.size() : std::min(name.find(separator), name.size());
+        const std::size_t end =
+            isRootHub ? name.size() : std::min(name.find(separator), name.size());
         const auto number = base::parseDigits<unsigned>(name.substr(0, end));
         if (!number || (*number == 0 && !place.empty())) {
             return std::nullopt;

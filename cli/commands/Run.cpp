@@ -99,7 +99,8 @@ std::string nothingRead(const Server& server) {
                                                    ? examineDeviceListText(*replayed->text())
                                                    : examineDeviceList(replayed->path()));
     }
-    return nothingReadPrivately(deviceListPlaces(privateServer->process()));
+    return nothingReadPrivately(deviceListPlaces(privateServer->process()),
+                                privateServer->notShown());
 }
 
 }  // namespace

@@ -202,5 +202,16 @@ TEST_F(DeviceListTest, LooksThroughTheServersEyes) {
     EXPECT_EQ(places.kernel, "/sys/kernel/debug/usb/devices");
 }
 
+TEST_F(DeviceListTest, TheMessageSaysWhyAListFromSysfsIsNotShown) {
+    const std::string said =
+        nothingReadPrivately({"/expected", list_, "/nowhere", "/sys/bus/usb"}, "it is forbidden");
+    EXPECT_EQ(said.find("nothing was read: there is no /expected.\n"
+                        "A list made from /sys/bus/usb/devices cannot be shown to the test here:\n"
+                        "it is forbidden.\n"),
+              0U)
+        << said;
+    EXPECT_FALSE(contains(message("/nowhere"), "made from"));
+}
+
 }  // namespace
 }  // namespace usbhcdiag

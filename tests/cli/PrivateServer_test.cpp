@@ -126,6 +126,23 @@ TEST(PrivateServer, NamesAProgramThatCannotBeRun) {
               "cannot be run: No such file or directory");
 }
 
+TEST(PrivateServer, StartsWithoutAnOwnListThatCannotBeShownAndSaysWhy) {
+    const PrivateServer server(FAKE_CIMHOST, std::nullopt, "/nowhere/list");
+    EXPECT_EQ(server.notShown(), "cannot open /nowhere/list: No such file or directory");
+    EXPECT_EQ(server.url(), "http://127.0.0.1:4711");
+    EXPECT_EQ(PrivateServer(FAKE_CIMHOST, std::nullopt).notShown(), "");
+}
+
+TEST(PrivateServer, TellsWhyAServerDidNotStartAlsoAfterAListThatWasNotShown) {
+    try {
+        const PrivateServer server(FAKE_CIMHOST, "/fails", "/nowhere/list");
+        ADD_FAILURE();
+    } catch (const Failure& error) {
+        EXPECT_EQ(std::string(error.what()),
+                  "the private server did not start: " FAKE_CIMHOST "\ncannot do it");
+    }
+}
+
 TEST(PrivateServer, RefusesAProgramThatIsNoCimhost) {
     EXPECT_EQ(failure(FAKE_CIMHOST, "/babbles"),
               FAKE_CIMHOST " is not the cimhost of this version: it says \"hello\"");
