@@ -6,7 +6,8 @@ import sys
 import unittest
 
 from cimxml import Client, Path
-from pegasus_server import DEVICE_LIST, Server, require_openpegasus, skip, source_dir, wait_for
+from pegasus_server import (DEVICE_LIST, Server, build_dir, require_openpegasus, skip, source_dir,
+                            wait_for)
 
 TEST = "ZORVA_UsbHc_DiagTest"
 RESULT = "ZORVA_UsbHc_DiagResult"

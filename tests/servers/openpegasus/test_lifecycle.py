@@ -14,6 +14,19 @@ from openpegasus_case import *
 
 MODULE = "ZORVA_UsbHc_DiagProviderModule"
 
+# For HoldingProvider.cpp.
+HOLDING_REGISTRATION = """
+instance of PG_ProviderModule {
+    Name = "HoldingModule"; Vendor = "tests"; Version = "1"; Location = "HoldingProvider";
+    InterfaceType = "C++Default"; InterfaceVersion = "2.6.0"; UserContext = 5;
+};
+instance of PG_Provider { ProviderModuleName = "HoldingModule"; Name = "HoldingProvider"; };
+instance of PG_ProviderCapabilities {
+    ProviderModuleName = "HoldingModule"; ProviderName = "HoldingProvider"; CapabilityID = "System";
+    ClassName = "QUIRVO_ComputerSystem"; Namespaces = { "root/kavex" }; ProviderType = { 2 };
+};
+"""
+
 
 class Lifecycle:
     """A fresh server for each test."""
@@ -141,6 +154,73 @@ class Lifecycle:
 
     def test_blocked_list_does_not_withstand_a_terminate_signal(self):
         self.ends_though_a_list_blocks(lambda server: os.kill(server, signal.SIGTERM))
+
+    def hold_readers(self):
+        """A reader of each kind, each inside a call back of the library into the server. Returns the
+        threads and a list that receives their answers."""
+        self.register_holding_provider()
+        test, element = self.the_test(), self.elements()[0]
+        operations = [
+            lambda client: client.names(TEST),
+            lambda client: client.instances(TEST),
+            lambda client: client.get(test),
+            lambda client: client.names(TEST_FOR_MSE),
+            lambda client: client.associator_names(test),
+            lambda client: client.references(element),
+        ]
+        threads, answers = [], []
+        for number, operation in enumerate(operations, 1):
+            hold, held = (self.server.working_directory / f"{word}-{number}" for word in ("hold", "held"))
+            hold.touch()
+            thread = threading.Thread(target=self.read, args=(operation, answers))
+            thread.start()
+            self.addCleanup(thread.join)
+            self.addCleanup(held.unlink, missing_ok=True)
+            wait_for(held.exists, f"reader {number} is inside a call back")
+            threads.append(thread)
+        return threads, answers
+
+    def read(self, operation, answers):
+        client = Client(self.server.url, timeout=120)
+        try:
+            answers.append(operation(client))
+        except Exception as error:  # refused, or the server is stopped meanwhile
+            answers.append(error)
+        finally:
+            client.close()
+
+    def let_readers_go_on(self):
+        for held in self.server.working_directory.glob("held-*"):
+            held.unlink()
+
+    def register_holding_provider(self):
+        library = build_dir() / "lib/openpegasus/libHoldingProvider.so"
+        (self.server.home / "lib" / library.name).symlink_to(library)
+        registration = self.server.root / "holding.mof"
+        registration.write_text(HOLDING_REGISTRATION)
+        self.server.run("cimmof", "-n", "root/PG_InterOp", registration)
+
+    def test_reader_in_a_call_back_is_answered_though_a_list_blocks(self):
+        readers, answers = self.hold_readers()
+        self.block_a_run()
+        self.assertEqual(answers, [])
+        self.let_readers_go_on()
+        for reader in readers:
+            reader.join(60)
+        self.assertEqual([str(answer) for answer in answers], len(readers) * [
+            "1 CIM_ERR_FAILED: the provider is still at work on an earlier request"])
+        DEVICE_LIST.write_bytes(sample("root-hub-alone.txt").read_bytes())
+
+    def test_readers_in_a_call_back_do_not_keep_the_server_from_stopping(self):
+        readers, _ = self.hold_readers()
+        self.ends_though_a_list_blocks(self.stop_with_readers)
+        for reader in readers:
+            reader.join(60)
+            self.assertFalse(reader.is_alive())
+
+    def stop_with_readers(self, _):
+        self.let_readers_go_on()
+        self.server.run("cimserver", "-s", check=False)
 
     def test_run_that_takes_too_long_is_refused_and_goes_on(self):
         thread, answers = self.block_a_run()
