@@ -25,8 +25,11 @@ public:
 
         int descriptor() const { return descriptor_; }
 
+        /// The client has been heard, or answered: its silence counts from now.
+        void restartSilence() { since_ = Clock::now().time_since_epoch().count(); }
+
         /// The next bytes have to come from the client.
-        void awaitClient() { silentSince_ = Clock::now().time_since_epoch().count(); }
+        void awaitClient() { silentSince_ = since_; }
 
         /// The client waits for the server, and keeps its place.
         void serveClient() { silentSince_ = serving; }
@@ -39,6 +42,7 @@ public:
         static constexpr Clock::rep serving = 0;
 
         int descriptor_;
+        Clock::rep since_ = Clock::now().time_since_epoch().count();
         std::atomic<Clock::rep> silentSince_{serving};
         std::atomic<bool> givesWay_{false};
     };

@@ -88,7 +88,7 @@ private:
             // What was cut off is answered, for a client that closed its sending side only.
             throw Refusal{end.why == StreamEnd::timeout ? 408U : 400U};
         }
-        const bool keepAlive = parser.get().keep_alive();
+        const bool mayStay = parser.get().keep_alive();
         const bool http10 = parser.get().version() == 10;
         const bool isAuthorized = parser.get().count(http::field::authorization) != 0;
         place_.serveClient();
@@ -96,6 +96,7 @@ private:
         if (isAuthorized && response.status == 401) {
             slowDown();
         }
+        const bool keepAlive = mayStay && !place_.givesWay();
         std::string_view connection;
         if (!keepAlive) {
             connection = "close";
@@ -105,6 +106,7 @@ private:
         std::string head;
         appendHead(head, response, connection);
         stream_.setDeadline(limits_.responseTime);
+        place_.restartSilence();
         stream_.write(head, response.body);
         return keepAlive;
     }
@@ -123,6 +125,7 @@ private:
         guessTime_ = guessTime_.count() == 0 ? limits_.passwordTime / first
                                              : std::min(2 * guessTime_, limits_.passwordTime);
         // It may give way while it waits: guesses take nobody's place.
+        place_.restartSilence();
         place_.awaitClient();
         stream_.pause(guessTime_);
         place_.serveClient();
@@ -176,6 +179,7 @@ private:
         const auto space = buffer_.prepare(room);
         place_.awaitClient();
         buffer_.commit(stream_.read(static_cast<char*>(space.data()), space.size()));
+        place_.restartSilence();
     }
 
     void readHead(Parser& parser) {

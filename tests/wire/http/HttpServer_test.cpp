@@ -245,6 +245,8 @@ TEST_F(HttpServerTest, of65ConnectionsTheLongestSilentGivesWay) {
     }
     connections.front().send(small);
     connections.front().readResponse();
+    // The last answers are written; their threads have to come to wait for the next request.
+    std::this_thread::sleep_for(milliseconds(200));
     RawConnection beyond(port());
     beyond.send(small);
     EXPECT_EQ(statusOf(beyond.readResponse()), 200);
