@@ -129,6 +129,13 @@ TEST(ZorvaDiagLoopControls, CountReadsLoopsfailedWithASmallF) {
     EXPECT_EQ(controls.read, (std::vector<std::string>{"LoopsPassed", "Loopsfailed"}));
 }
 
+TEST(ZorvaDiagLoopControls, WithoutAnyControlEveryLimitIsReachedBeforeTheFirstLoop) {
+    LoopControls controls({}, {});
+    controls.getThisTestLoopControl();
+    EXPECT_TRUE(controls.LoopCountExceeded());
+    EXPECT_TRUE(controls.TimerExceeded());
+}
+
 TEST(ZorvaDiagLoopControls, LaterControlOfAKindOverwritesTheEarlierLimit) {
     LoopControls controls({3, 3}, {"9", "2"});
     controls.getThisTestLoopControl();

@@ -102,6 +102,9 @@ TEST(CimRequest, saysWhatIsMissing) {
                 XmlFault::notValid, "element \"VALUE\": \"IPARAMVALUE\" is expected in its place");
     expectFault(simple("<METHODCALL NAME=\"Run\"/>"), XmlFault::notValid,
                 "element \"METHODCALL\": the local path of an instance or class is expected first");
+    expectFault(simple("<METHODCALL NAME=\"Run\"><INSTANCENAME CLASSNAME=\"A\"/></METHODCALL>"),
+                XmlFault::notValid,
+                "element \"METHODCALL\": the local path of an instance or class is expected first");
     expectFault(simple("<METHODCALL NAME=\"a b\"/>"), XmlFault::notValid,
                 "element \"METHODCALL\": its attribute \"NAME\" is not a CIM name: \"a b\"");
 }

@@ -122,6 +122,11 @@ TEST(ObjectWriter, writesArrays) {
     paths.append(CIMObjectPath(String("A.b=\"c\"")));
     EXPECT_EQ(writtenValue(CIMValue(paths)), "<VALUE.REFARRAY><VALUE.REFERENCE>" + instanceName +
                                                  "</VALUE.REFERENCE></VALUE.REFARRAY>");
+    paths.append(CIMObjectPath(String("A.b=\"c\"")));
+    EXPECT_EQ(writtenValue(CIMValue(paths)), "<VALUE.REFARRAY><VALUE.REFERENCE>" + instanceName +
+                                                 "</VALUE.REFERENCE><VALUE.REFERENCE>" +
+                                                 instanceName +
+                                                 "</VALUE.REFERENCE></VALUE.REFARRAY>");
 }
 
 TEST(ObjectWriter, writesProperties) {

@@ -43,6 +43,8 @@ TEST(XmlDocument, decodesAttributes) {
 TEST(XmlDocument, dropsWhiteSpaceAtTheEndsOfText) {
     EXPECT_EQ(textOf(" \t\r\n two  words \n "), "two  words");
     EXPECT_EQ(textOf("   "), "");
+    EXPECT_EQ(textOf(" !a~ "), "!a~");
+    EXPECT_EQ(textOf("~a!"), "~a!");
     EXPECT_EQ(textOf(""), "");
 }
 

@@ -52,6 +52,7 @@ TEST(XmlScan, takesWellFormedDocuments) {
     EXPECT_EQ(whatIsWrongInside("<a><![CDATA[ <x> & ]]></a>"), "nothing");
     EXPECT_EQ(whatIsWrongInside("<!-- before --><a/><!-- behind --><?p i?>"), "nothing");
     EXPECT_EQ(whatIsWrong("\xEF\xBB\xBF \n" + document("<a/>")), "nothing");
+    EXPECT_EQ(whatIsWrong("\xEF\xBB\xBF" + document("<a/>")), "nothing");
     EXPECT_EQ(whatIsWrongInside("<a b=\">\"/>"), "nothing");
     EXPECT_EQ(whatIsWrongInside("<\xC3\xA9/>"), "nothing");
 }
