@@ -1,31 +1,53 @@
 // SPDX-License-Identifier: MIT
-// Fuzzes the server from its socket: whatever the bytes, it answers or closes, and serves the next client.
-// Nothing that a client sends is an error of the server: no exception leaves the service, no answer is 500.
+// Fuzzes the server from its socket: whatever the bytes, it answers or closes. Nothing that a client sends is an
+// error of the server: no exception leaves the service, no answer is 500.
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <string>
 #include <string_view>
+#include <utility>
 
+#include "fuzz/Conversation.h"
 #include "servers/cimhost/protocol/CimService.h"
 #include "tests/servers/cimhost/protocol/ReplayOperations.h"
-#include "tests/support/RawConnection.h"
-#include "wire/http/HttpServer.h"
+#include "wire/http/HttpConnection.h"
+
+namespace {
+
+wire::HttpLimits limits() {
+    wire::HttpLimits limits;
+    // Only a client that does not take its answers could be waited for.
+    limits.responseTime = std::chrono::seconds(1);
+    return limits;
+}
+
+}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace cimhost;
     static ReplayOperations operations(6, "CIM_ERR_NOT_FOUND: nothing is here");
     static const CimService service(operations);
-    static const wire::HttpServer server(
-        wire::ListenAddress("127.0.0.1", 0), [](wire::HttpRequest&& request) noexcept {
+    static wire::ServerContext context(
+        [](wire::HttpRequest&& request) noexcept {
             wire::HttpResponse response = service.answer(std::move(request));
             if (response.status == 500) {
                 std::abort();
             }
             return response;
-        });
-    RawConnection connection(server.port());
-    connection.send({reinterpret_cast<const char*>(data), size});
-    connection.finishSending();
-    connection.readAll();
+        },
+        limits(), {});
+    Conversation conversation({reinterpret_cast<const char*>(data), size});
+    wire::ConnectionPlaces::Place* const place =
+        context.places.enter(conversation.takeOtherEnd().release());
+    if (place == nullptr) {
+        std::abort();  // an earlier connection has kept its place
+    }
+    wire::serveConnection(context, *place);
+    const std::string answers = conversation.heard();
+    if (!answers.empty() && answers.compare(0, 9, "HTTP/1.1 ") != 0) {
+        std::abort();
+    }
     return 0;
 }
