@@ -13,6 +13,13 @@ namespace {
 
 using failing_allocator::Mode;
 
+// Each allocation fails where the code is optimised, some of them where exceptions take long.
+#ifndef NDEBUG
+constexpr std::size_t step = 17;
+#else
+constexpr std::size_t step = 1;
+#endif
+
 constexpr Mode modes[] = {Mode::once, Mode::onwards};
 const char* const servedClasses[] = {
     "ZORVA_UsbHc_DiagTest",         "ZORVA_UsbHc_DiagResult",
@@ -21,12 +28,10 @@ const char* const servedClasses[] = {
 
 /// Does `request` with one allocation after the other failing, and `check` after each, until a request
 /// needs no more. `check` gets what was returned, or nothing if std::bad_alloc was thrown; what else is
-/// thrown propagates. Returns how many allocations failed.
+/// thrown propagates. Returns how many allocations there were, or nearly as many.
 template <class Request, class Check>
 std::size_t forEachFailure(Mode mode, Request request, Check check) {
-    std::size_t failing = 0;
-    do {
-        ++failing;
+    for (std::size_t failing = 1;; failing += step) {
         SCOPED_TRACE((mode == Mode::once ? "only " : "from ") + std::to_string(failing));
         std::optional<std::string> answer;
         try {
@@ -39,7 +44,7 @@ std::size_t forEachFailure(Mode mode, Request request, Check check) {
         if (testing::Test::HasFailure() || !hasFailed) {
             return failing - 1;
         }
-    } while (true);
+    }
 }
 
 CIMObjectPath settingPath() {
@@ -151,7 +156,7 @@ TEST_F(AllocationFailures, RunLosesNoLineAndNoResultAndTheNextRunPasses) {
                 EXPECT_EQ(linesOf(again[0]), full);
                 EXPECT_EQ(stateOf(again[0]), "uint16 2");
             });
-        EXPECT_EQ(linesBefore, full.size());
+        EXPECT_GT(linesBefore + step, full.size());
         EXPECT_GT(failures, 2 * full.size());
     }
 }
@@ -231,7 +236,7 @@ TEST(AllocationFailuresOfALibrary, NothingIsLeaked) {
     Texts leaks;
     for (const Request& request : requests) {
         bool hasFailed = true;
-        for (std::size_t failing = 1; hasFailed; ++failing) {
+        for (std::size_t failing = 1; hasFailed; failing += step) {
             const long before = failing_allocator::piecesInUse();
             {
                 const auto server = std::make_shared<TestServer>();

@@ -26,27 +26,64 @@ bool failsNow() {
     return true;
 }
 
-}  // namespace
-
-void* operator new(std::size_t size) {
+void* allocate(std::size_t size) {
     void* const memory = failsNow() ? nullptr : std::malloc(size == 0 ? 1 : size);
-    if (memory == nullptr) {
-        throw std::bad_alloc();
-    }
-    ++inUse;
+    inUse += memory == nullptr ? 0 : 1;
     return memory;
 }
 
-void operator delete(void* memory) noexcept {
+void giveBack(void* memory) {
     if (memory != nullptr) {
         --inUse;
         std::free(memory);
     }
 }
 
-// The library's default forms of the others call those above, but these, which compilers warn of.
+}  // namespace
+
+// All forms but the aligned ones: where one is left out, a sanitizer's own does not call those that are here.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return allocate(size);
+}
+
+void* operator new(std::size_t size) {
+    void* const memory = allocate(size);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    return memory;
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return allocate(size);
+}
+
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+
+void operator delete(void* memory) noexcept {
+    giveBack(memory);
+}
+
 void operator delete(void* memory, std::size_t /*size*/) noexcept {
-    operator delete(memory);
+    giveBack(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept {
+    giveBack(memory);
+}
+
+void operator delete[](void* memory) noexcept {
+    giveBack(memory);
+}
+
+void operator delete[](void* memory, std::size_t /*size*/) noexcept {
+    giveBack(memory);
+}
+
+void operator delete[](void* memory, const std::nothrow_t& /*tag*/) noexcept {
+    giveBack(memory);
 }
 
 namespace failing_allocator {
