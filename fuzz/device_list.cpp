@@ -7,12 +7,13 @@
 #include <sstream>
 #include <string_view>
 
+#include "fuzz/PrivateView.h"
 #include "tests/support/PrivateDeviceList.h"
 #include "usbdevices/DeviceReport.h"
 #include "usbdevices/result.h"
 
-extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-    PrivateDeviceList::enterOrExit();
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
+    enterPrivateView(*argc, *argv);
     return 0;
 }
 

@@ -18,6 +18,7 @@
 #include <Pegasus/Common/Exception.h>
 
 #include "contract/Names.h"
+#include "fuzz/PrivateView.h"
 #include "servers/cimhost/program/Host.h"
 #include "servers/cimhost/protocol/RequestHandler.h"
 #include "tests/support/Parameters.h"
@@ -33,7 +34,10 @@ using namespace cimhost;
 /// Later inputs meet what earlier ones have left, but not that of thousands.
 constexpr int inputsPerHost = 500;
 
+std::string deviceList;
+
 std::unique_ptr<Host> makeHost() {
+    PrivateDeviceList::show(deviceList);
     HostSettings settings;
     settings.mofFiles = {ZORVA_MOF};
     settings.providerLibrary = ZORVA_LIBRARY;
@@ -91,10 +95,10 @@ void answer(const std::string& text, Operations& operations) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
-    PrivateDeviceList::enterOrExit();
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
+    enterPrivateView(*argc, *argv);
     std::ifstream sample(ZORVA_SAMPLE, std::ios::binary);
-    PrivateDeviceList::show(std::string(std::istreambuf_iterator<char>(sample), {}));
+    deviceList.assign(std::istreambuf_iterator<char>(sample), {});
     // What the library prints, and its counters, which are not to go with a host.
     std::cout.rdbuf(nullptr);
     if (dlopen(ZORVA_LIBRARY, RTLD_NOW | RTLD_GLOBAL) == nullptr) {
