@@ -49,6 +49,29 @@ void checkCombination(const Invocation& invocation) {
     }
 }
 
+DevicesRequest devicesRequest(const options::ParsedLine& line) {
+    DevicesRequest request;
+    request.file = line.argument("devices");
+    if (!line.operands.empty()) {
+        if (request.file) {
+            throw UsageError("the list is named twice: \"" + line.operands.front() +
+                             "\", and by --devices");
+        }
+        request.file = line.operands.front();
+    }
+    if (const auto id = line.argument("id")) {
+        request.filter.setId(*id);
+    }
+    if (const auto bus = line.argument("bus")) {
+        request.filter.setBus(*bus);
+    }
+    request.filter.usbClass = line.argument("class");
+    request.filter.driver = line.argument("driver");
+    request.filter.onlyProblems = line.has("problems");
+    request.tree = line.has("tree");
+    return request;
+}
+
 }  // namespace
 
 CommandLine readCommandLine(const std::vector<std::string>& words) {
@@ -61,6 +84,9 @@ CommandLine readCommandLine(const std::vector<std::string>& words) {
     }
     if (isCommand(line, "completion")) {
         return CompletionRequest{line.operands.front()};
+    }
+    if (isCommand(line, "devices")) {
+        return devicesRequest(line);
     }
     Invocation invocation;
     invocation.command = serverCommands().at(line.command->name);

@@ -7,6 +7,7 @@
 #include <variant>
 #include <vector>
 
+#include "cli/DeviceFilter.h"
 #include "options/Program.h"
 
 namespace usbhcdiag {
@@ -24,6 +25,13 @@ struct Invocation {
     bool json = false;
 };
 
+/// The devices of a list were asked for.
+struct DevicesRequest {
+    std::optional<std::string> file;  ///< name as given; none: this machine's
+    DeviceFilter filter;
+    bool tree = false;
+};
+
 /// Help was asked for: on a command of program(), or on all (null).
 struct HelpRequest {
     const options::Command* command = nullptr;
@@ -37,7 +45,8 @@ struct CompletionRequest {
 };
 
 /// What a command line asks for.
-using CommandLine = std::variant<Invocation, HelpRequest, VersionRequest, CompletionRequest>;
+using CommandLine =
+    std::variant<Invocation, DevicesRequest, HelpRequest, VersionRequest, CompletionRequest>;
 
 /// Reads the words after the program's name. Options may stand before and after the command.
 ///

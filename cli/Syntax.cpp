@@ -18,6 +18,17 @@ std::vector<options::Option> allOptions() {
          "read the recorded device list FILE, - for standard input, instead\n"
          "of the kernel's"},
         {"json", 'j', {}, "print JSON, for programs"},
+        {"tree", 't', {}, "draw host controllers, hubs and devices as a tree"},
+        {"id", 'i', options::Argument{"ID"},
+         "only devices of that vendor, or of that product: 046d, 046d:c00e"},
+        {"bus", 'b', options::Argument{"NUMBER"}, "only devices of that bus"},
+        {"class", 0, options::Argument{"NAME"},
+         "only devices of that class, in words, as abbreviated by the\n"
+         "kernel, or by two hexadecimal digits"},
+        {"driver", 0, options::Argument{"NAME"},
+         "only devices that this driver has taken; \"(none)\": that have an\n"
+         "interface without driver"},
+        {"problems", 'p', {}, "only devices with a problem, which is named"},
         options::helpOption("print help (after a command: on that command)"),
         options::versionOption(),
     };
@@ -44,6 +55,23 @@ std::vector<options::Command> allCommands() {
          "  usbhcdiag run --json | jq .TestCompletionTime\n"
          "  usbhcdiag run --server http://localhost:5988 --element 0000:00:14.0\n",
          {"element", "devices", "server", "credentials", "json", "help"}},
+        {"devices",
+         "list the USB devices, all of them",
+         "Lists the USB devices of this machine, or of the recorded list FILE (- for standard\n"
+         "input), a line for each: port path as in sysfs, id, speed, class, drivers, whether\n"
+         "the test's report has it, and name. Names that the device does not give come from\n"
+         "the system's hardware database and stand in square brackets. No server is asked,\n"
+         "and root is not needed.\n"
+         "\n"
+         "Problems are: a device of USB 3 or later at 480 Mb/s or less, an interface without\n"
+         "driver, a device without active configuration, a bus whose periodic transfers take\n"
+         "more than 80 %, damaged lines of the list.\n",
+         "  usbhcdiag devices --tree             this machine's devices below their hubs\n"
+         "  usbhcdiag devices list.txt           those of somebody's bug report\n"
+         "  usbhcdiag devices --class hub --bus 1\n"
+         "  usbhcdiag devices --problems\n",
+         {"devices", "tree", "id", "bus", "class", "driver", "problems", "help"},
+         {options::Argument{"FILE", true, {}, true}}},
         {"tests",
          "list the diagnostic tests",
          "Lists the diagnostic tests that the server offers, with --json as an array of\n"
@@ -119,6 +147,7 @@ const options::Program& program() {
         "to be installed or running.\n",
         "Start with:\n"
         "  usbhcdiag run             the report on this machine's USB devices\n"
+        "  usbhcdiag devices --tree  all its USB devices, below their hubs\n"
         "  usbhcdiag elements        the host controllers it can be filed under\n"
         "\n"
         "Exit status: 0 done (run: the result passed), 1 a failure (run: the result did not\n"

@@ -52,6 +52,10 @@ ExitStatus perform(const Invocation& invocation) {
     }
 }
 
+ExitStatus perform(const DevicesRequest& request) {
+    return listDevices(request);
+}
+
 ExitStatus perform(const HelpRequest& request) {
     std::cout << (request.command == nullptr ? options::programHelp(program())
                                              : options::commandHelp(program(), *request.command));

@@ -11,4 +11,8 @@ namespace devicelist {
 /// code without one. Any thread may call it.
 std::string_view abbreviationOfClass(std::uint8_t code);
 
+/// What a class code says, in words: "hub", "mass storage"; empty for a code that no class has. Any
+/// thread may call it.
+std::string_view wordsOfClass(std::uint8_t code);
+
 }  // namespace devicelist

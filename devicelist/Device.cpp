@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "devicelist/Device.h"
 
+#include <algorithm>
 #include <tuple>
 
 namespace devicelist {
@@ -62,6 +63,13 @@ std::optional<Endpoint::Type> Endpoint::type() const {
     }
     constexpr unsigned typeBits = 0x03;
     return static_cast<Type>(*attributes & typeBits);
+}
+
+const Configuration* Device::activeConfiguration() const {
+    const auto found =
+        std::find_if(configurations.begin(), configurations.end(),
+                     [](const Configuration& configuration) { return configuration.active; });
+    return found == configurations.end() ? nullptr : &*found;
 }
 
 bool operator==(const UsbClass& left, const UsbClass& right) {

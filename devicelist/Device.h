@@ -120,6 +120,9 @@ struct Device {
 
     std::vector<Configuration> configurations;
 
+    /// The active one of the configurations; null if none is.
+    const Configuration* activeConfiguration() const;
+
     bool truncated = false;  ///< the kernel had no room for the rest of it, and says so
 
     // Where the text has it; no part of what is said of the device.

@@ -51,6 +51,12 @@ std::vector<std::string> hostControllersOfMachine(const std::string& sysfs) {
     return {controllers.begin(), controllers.end()};
 }
 
+std::string hostControllerOf(const Device& rootHub) {
+    const bool hasAddress = rootHub.serialNumber && isBusAddress(*rootHub.serialNumber);
+    return hasAddress ? *rootHub.serialNumber
+                      : "usb" + (rootHub.bus ? std::to_string(*rootHub.bus) : std::string());
+}
+
 std::vector<std::string> hostControllersOfList(const DeviceList& list) {
     std::vector<std::string> controllers;
     std::set<std::string> known;
@@ -58,10 +64,7 @@ std::vector<std::string> hostControllersOfList(const DeviceList& list) {
         if (device.level != 0U) {
             continue;
         }
-        const bool hasAddress = device.serialNumber && isBusAddress(*device.serialNumber);
-        const std::string controller =
-            hasAddress ? *device.serialNumber
-                       : "usb" + (device.bus ? std::to_string(*device.bus) : std::string());
+        const std::string controller = hostControllerOf(device);
         if (known.insert(controller).second) {
             controllers.push_back(controller);
         }

@@ -17,6 +17,9 @@ namespace devicelist {
 /// A controller with two root hubs (USB 2 and USB 3) is one controller.
 std::vector<std::string> hostControllersOfMachine(const std::string& sysfs);
 
+/// The host controller of a root hub, by the first two of the rules of hostControllersOfList().
+std::string hostControllerOf(const Device& rootHub);
+
 /// The host controllers of a device list, one for each root hub, in the list's order:
 /// 1. The serial number of a root hub, if it is a bus address (it contains a dot or a colon, as
 ///    "0000:00:1d.7" and "ff540000.usb" do).

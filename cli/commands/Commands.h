@@ -18,4 +18,7 @@ ExitStatus listResults(Server& server, const Invocation& invocation);
 ExitStatus clearResults(Server& server, const Invocation& invocation);
 ExitStatus printMof(Server& server, const Invocation& invocation);
 
+/// The command that asks no server.
+ExitStatus listDevices(const DevicesRequest& request);
+
 }  // namespace usbhcdiag

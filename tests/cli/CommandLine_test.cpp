@@ -121,5 +121,35 @@ TEST(CommandLine, RefusesWhatContradicts) {
               "--credentials is for the server of --server, which is missing");
 }
 
+DevicesRequest devicesOf(const std::vector<std::string>& words) {
+    return std::get<DevicesRequest>(readCommandLine(words));
+}
+
+TEST(CommandLine, DevicesTakesAListAndConditions) {
+    const DevicesRequest bare = devicesOf({"devices"});
+    EXPECT_FALSE(bare.file);
+    EXPECT_FALSE(bare.tree);
+    EXPECT_FALSE(bare.filter.onlyProblems);
+    EXPECT_EQ(devicesOf({"devices", "list"}).file, "list");
+    EXPECT_EQ(devicesOf({"-d", "list", "devices"}).file, "list");
+    EXPECT_EQ(devicesOf({"devices", "-"}).file, "-");
+    const DevicesRequest full = devicesOf({"devices", "-t", "-p", "-i", "046d:c00e", "-b", "2",
+                                           "--class", "hub", "--driver", "usbhid"});
+    EXPECT_TRUE(full.tree);
+    EXPECT_TRUE(full.filter.onlyProblems);
+    EXPECT_EQ(full.filter.vendor, 0x046d);
+    EXPECT_EQ(full.filter.product, 0xc00e);
+    EXPECT_EQ(full.filter.bus, 2U);
+    EXPECT_EQ(full.filter.usbClass, "hub");
+    EXPECT_EQ(full.filter.driver, "usbhid");
+}
+
+TEST(CommandLine, DevicesTakesOneListAndNoServer) {
+    EXPECT_THROW(readCommandLine({"devices", "a", "--devices", "b"}), options::UsageError);
+    EXPECT_THROW(readCommandLine({"devices", "a", "b"}), options::UsageError);
+    EXPECT_THROW(readCommandLine({"devices", "--server", "http://localhost"}), options::UsageError);
+    EXPECT_THROW(readCommandLine({"run", "--tree"}), options::UsageError);
+}
+
 }  // namespace
 }  // namespace usbhcdiag

@@ -299,11 +299,11 @@ TEST_F(SysfsReaderTest, ALongDeviceIsTruncatedWhereTheKernelTruncates) {
     bool wasWhole = false;
     bool wasTruncated = false;
     bool hasLost = false;
-    for (std::size_t length = 0; length <= 100; ++length) {
-        device.product = std::string(length, 'p');
-        device.manufacturer = device.product;
+    for (std::size_t length = 0; length <= 200; ++length) {
+        device.product = std::string(length / 2, 'p');
+        device.manufacturer = std::string(length - length / 2, 'm');
         tree().write("usb1", "product", *device.product + "\n");
-        tree().write("usb1", "manufacturer", *device.product + "\n");
+        tree().write("usb1", "manufacturer", *device.manufacturer + "\n");
         const std::string whole = textOf(device);
         const bool isTruncated = whole.size() > room;
         // A line is printed if it begins within the room.

@@ -15,10 +15,9 @@ SOURCES = Path(sys.argv.pop(1)).resolve()
 MAKE_SYSFS = str(Path(sys.argv.pop(1)).resolve())
 sys.path.insert(0, str(SOURCES / "tests"))
 import expected_report
+from namespaces import in_namespaces, require_namespaces
 
 USBHCDIAG = str(PROGRAMS / "usbhcdiag")
-SKIPPED = 77
-PATIENCE = 60  # seconds, for a machine under load
 SOMEBODY = "54321"
 ORIGIN = ("usbhcdiag: the device list was made from /sys/bus/usb/devices, since "
           "/sys/kernel/debug/usb/devices cannot be read (No such file or directory)")
@@ -52,14 +51,6 @@ C:* #Ifs= 1 Cfg#= 1 Atr=e0 MxPwr=  0mA
 I:* If#= 0 Alt= 0 #EPs= 1 Cls=09(hub  ) Sub=00 Prot=00 Driver=hub
 E:  Ad=81(I) Atr=03(Int.) MxPS=   2 Ivl=255ms
 """
-
-
-def in_namespaces(user_namespace, script, *words):
-    """Runs a shell script with mounts of its own; in a user namespace, too, where that is asked for."""
-    unshare = ["unshare", "--mount"] + (["--user", "--map-root-user"] if user_namespace else [])
-    return subprocess.run(unshare + ["sh", "-ec", script, "sh", *words], stdin=subprocess.DEVNULL,
-                          stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, timeout=PATIENCE,
-                          check=False)
 
 
 class Case(unittest.TestCase):
@@ -126,11 +117,5 @@ class Run(Case):
 
 
 if __name__ == "__main__":
-    missing = [tool for tool in ("unshare", "setpriv") if not shutil.which(tool)]
-    if missing:
-        print("skipped: this machine lacks", ", ".join(missing))
-        sys.exit(SKIPPED)
-    if in_namespaces(True, "true").returncode != 0:
-        print("skipped: no user namespaces here")
-        sys.exit(SKIPPED)
+    require_namespaces()
     unittest.main(verbosity=2)
