@@ -69,6 +69,10 @@ DevicesRequest devicesRequest(const options::ParsedLine& line) {
     request.filter.driver = line.argument("driver");
     request.filter.onlyProblems = line.has("problems");
     request.tree = line.has("tree");
+    request.json = line.has("json");
+    if (request.tree && request.json) {
+        throw UsageError("--tree draws for people, --json prints for programs: take one of them");
+    }
     return request;
 }
 

@@ -30,6 +30,7 @@ struct DevicesRequest {
     std::optional<std::string> file;  ///< name as given; none: this machine's
     DeviceFilter filter;
     bool tree = false;
+    bool json = false;
 };
 
 /// Help was asked for: on a command of program(), or on all (null).

@@ -110,7 +110,7 @@ std::vector<std::string> driversOf(const Device& device) {
 }
 
 std::string driversText(const Device& device) {
-    if (device.activeConfiguration() == nullptr && !device.configurations.empty()) {
+    if (!device.isConfigured().value_or(true)) {
         return "not configured";
     }
     return joined(driversOf(device));

@@ -20,20 +20,6 @@ Json deviceOf(const ReportedList& reported, std::size_t position) {
     return object;
 }
 
-Json leftOut(const ReportedList& reported) {
-    Json array = Json::array();
-    for (std::size_t position = 0; position < reported.list().devices.size(); ++position) {
-        const devicelist::DeviceCoverage& device = reported.coverage().devices[position];
-        if (!device.isInReport()) {
-            Json object = deviceOf(reported, position);
-            object["reason"] = nameOf(*device.leftOut);
-            object["text"] = reported.whyLeftOut(position);
-            array.push_back(object);
-        }
-    }
-    return array;
-}
-
 Json mixed(const ReportedList& reported) {
     Json array = Json::array();
     for (std::size_t position = 0; position < reported.list().devices.size(); ++position) {
@@ -49,11 +35,25 @@ Json mixed(const ReportedList& reported) {
 
 }  // namespace
 
+Json leftOutOf(const ReportedList& reported) {
+    Json array = Json::array();
+    for (std::size_t position = 0; position < reported.list().devices.size(); ++position) {
+        const devicelist::DeviceCoverage& device = reported.coverage().devices[position];
+        if (!device.isInReport()) {
+            Json object = deviceOf(reported, position);
+            object["reason"] = nameOf(*device.leftOut);
+            object["text"] = reported.whyLeftOut(position);
+            array.push_back(object);
+        }
+    }
+    return array;
+}
+
 void addReportedList(Json& document, const ReportedList* list) {
     document["devices_in_list"] = list == nullptr ? Json() : Json(list->list().devices.size());
     document["devices_in_report"] =
         list == nullptr ? Json() : Json(list->coverage().devicesInReport());
-    document["left_out"] = list == nullptr ? Json() : leftOut(*list);
+    document["left_out"] = list == nullptr ? Json() : leftOutOf(*list);
     document["mixed"] = list == nullptr ? Json() : mixed(*list);
 }
 

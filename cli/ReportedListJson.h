@@ -13,4 +13,7 @@ namespace usbhcdiag {
 /// it.
 void addReportedList(Json& document, const ReportedList* list);
 
+/// The devices that the report does not hold, as an array. Any thread may call it.
+Json leftOutOf(const ReportedList& reported);
+
 }  // namespace usbhcdiag

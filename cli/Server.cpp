@@ -64,7 +64,8 @@ void Server::startPrivateServer(const Invocation& invocation) {
     const base::FileDescriptor list = memoryFile("devices", own->text);
     private_ = std::make_unique<PrivateServer>(cimhostProgram(), devices,
                                                "/proc/self/fd/" + std::to_string(list.get()));
-    if (private_->notShown().empty()) {
+    showsSysfs_ = private_->notShown().empty();
+    if (showsSysfs_) {
         note(own->origin);
     }
 }

@@ -37,6 +37,9 @@ public:
     /// server.
     const ReplayedList* replayedList() const { return replayed_ ? &*replayed_ : nullptr; }
 
+    /// Whether the private server was shown a list made from sysfs.
+    bool showsSysfs() const { return showsSysfs_; }
+
     /// The message for a request that the server answered with an error, or did not answer: names
     /// the server; of a private one, also what it wrote to its standard error.
     std::string explain(const std::string& what) const;
@@ -46,6 +49,7 @@ private:
 
     std::optional<ReplayedList> replayed_;
     std::unique_ptr<PrivateServer> private_;
+    bool showsSysfs_ = false;
     std::string url_;
     std::unique_ptr<wire::CimClient> client_;
 };

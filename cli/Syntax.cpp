@@ -46,7 +46,8 @@ std::vector<options::Command> allCommands() {
          "--element the first) is the one that the result is filed under.\n"
          "\n"
          "What the report leaves out of the list, or mixes up, is said on standard error;\n"
-         "with --json also in devices_in_list, devices_in_report, left_out and mixed.\n"
+         "with --json also in devices_in_list, devices_in_report, left_out and mixed, and\n"
+         "all devices in device_list.\n"
          "\n"
          "Exit status: 0 the result passed, 1 it did not or something failed, 3 there was\n"
          "no device list to read (standard error says what was found and what to do).\n",
@@ -65,12 +66,15 @@ std::vector<options::Command> allCommands() {
          "\n"
          "Problems are: a device of USB 3 or later at 480 Mb/s or less, an interface without\n"
          "driver, a device without active configuration, a bus whose periodic transfers take\n"
-         "more than 80 %, damaged lines of the list.\n",
+         "more than 80 %, damaged lines of the list.\n"
+         "\n"
+         "The object that --json prints is described in usbhcdiag-json(5).\n",
          "  usbhcdiag devices --tree             this machine's devices below their hubs\n"
          "  usbhcdiag devices list.txt           those of somebody's bug report\n"
          "  usbhcdiag devices --class hub --bus 1\n"
-         "  usbhcdiag devices --problems\n",
-         {"devices", "tree", "id", "bus", "class", "driver", "problems", "help"},
+         "  usbhcdiag devices --problems\n"
+         "  usbhcdiag devices --json | jq -r '.devices[].id'\n",
+         {"devices", "json", "tree", "id", "bus", "class", "driver", "problems", "help"},
          {options::Argument{"FILE", true, {}, true}}},
         {"tests",
          "list the diagnostic tests",

@@ -72,6 +72,13 @@ const Configuration* Device::activeConfiguration() const {
     return found == configurations.end() ? nullptr : &*found;
 }
 
+std::optional<bool> Device::isConfigured() const {
+    if (activeConfiguration() != nullptr) {
+        return true;
+    }
+    return configurations.empty() && !configurationCount ? std::nullopt : std::optional(false);
+}
+
 bool operator==(const UsbClass& left, const UsbClass& right) {
     return tie(left) == tie(right);
 }

@@ -122,6 +122,8 @@ struct Device {
 
     /// The active one of the configurations; null if none is.
     const Configuration* activeConfiguration() const;
+    /// Whether there is one; no value if the list tells nothing of configurations.
+    std::optional<bool> isConfigured() const;
 
     bool truncated = false;  ///< the kernel had no room for the rest of it, and says so
 

@@ -49,7 +49,7 @@ private:
             add(Finding::Kind::slow, "a device of USB 3 or later is at 480 Mb/s or less");
         }
         const Configuration* active = device.activeConfiguration();
-        if (active == nullptr && !device.configurations.empty()) {
+        if (!device.isConfigured().value_or(true)) {
             add(Finding::Kind::unconfigured, "no configuration is active");
         }
         std::set<std::optional<unsigned>> unclaimed;

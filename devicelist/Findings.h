@@ -17,7 +17,7 @@ struct Finding {
     enum class Kind {
         slow,          ///< a device of USB 3 or later at 480 Mb/s or less
         unclaimed,     ///< an interface of a configured device that no driver has taken
-        unconfigured,  ///< a device whose configurations are all inactive
+        unconfigured,  ///< a device without active configuration
         bandwidth,     ///< a bus whose periodic transfers take more than 80 % of what they may
         damagedList,   ///< a line that no kernel prints, or that contradicts the rest of the list
     };

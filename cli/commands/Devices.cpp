@@ -8,15 +8,20 @@
 #include <string>
 #include <vector>
 
+#include <nlohmann/json.hpp>
+
 #include "cli/DeviceListSource.h"
 #include "cli/DeviceTexts.h"
 #include "cli/DeviceTree.h"
+#include "cli/DevicesJson.h"
 #include "cli/Errors.h"
 #include "cli/HardwareNames.h"
+#include "cli/Listing.h"
 #include "cli/NothingRead.h"
 #include "cli/ReportedList.h"
 #include "cli/Table.h"
 #include "cli/Terminal.h"
+#include "cli/Values.h"
 #include "cli/commands/Commands.h"
 #include "devicelist/Findings.h"
 
@@ -32,8 +37,9 @@ std::string orDash(const std::string& text) {
 /// A list with all that is said of its devices.
 class Devices {
 public:
-    explicit Devices(const std::string& text) : reported_(text) {
-        for (const devicelist::Finding& finding : devicelist::findingsOf(reported_.list())) {
+    explicit Devices(const std::string& text)
+        : reported_(text), findings_(devicelist::findingsOf(reported_.list())) {
+        for (const devicelist::Finding& finding : findings_) {
             if (finding.device) {
                 std::string& facts = facts_[*finding.device];
                 facts += (facts.empty() ? "" : "; ") + finding.fact;
@@ -78,6 +84,11 @@ public:
         return treeOf(reported_.list(), positions, texts);
     }
 
+    std::string json(const DeviceListSource& source,
+                     const std::vector<std::size_t>& positions) const {
+        return documentOf(devicesJson(source, reported_, findings_, positions, names_));
+    }
+
 private:
     bool isInReport(std::size_t position) const {
         return reported_.coverage().devices[position].isInReport();
@@ -86,6 +97,7 @@ private:
     std::string name(const Device& device) const { return nameText(device, names_.find(device)); }
 
     ReportedList reported_;
+    std::vector<devicelist::Finding> findings_;
     HardwareNames names_;
     std::map<std::size_t, std::string> facts_;  ///< of the devices with problems
 };
@@ -95,12 +107,18 @@ private:
 ExitStatus listDevices(const DevicesRequest& request) {
     const DeviceListSource source = readSource(request.file);
     const Devices devices(source.text);
+    const auto wanted = devices.wanted(request.filter);
+    if (request.json) {
+        printDocument(devices.json(source, wanted));
+    }
     if (devices.isEmpty()) {
         throw NothingRead(nothingReadOf(source.path, examineDeviceListText(source.text)));
     }
-    const auto wanted = devices.wanted(request.filter);
-    std::cout << (request.tree ? devices.tree(wanted)
-                               : devices.table(wanted, request.filter.onlyProblems));
+    if (request.tree) {
+        std::cout << devices.tree(wanted);
+    } else if (!request.json) {
+        std::cout << devices.table(wanted, request.filter.onlyProblems);
+    }
     return exitSuccess;
 }
 

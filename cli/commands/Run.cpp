@@ -13,6 +13,8 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/Choice.h"
+#include "cli/DeviceListSource.h"
+#include "cli/DevicesJson.h"
 #include "cli/Diagnostics.h"
 #include "cli/Errors.h"
 #include "cli/Listing.h"
@@ -52,16 +54,23 @@ void printReport(const std::vector<std::string>& lines) {
 }
 
 /// The list that the report is about, where this command can see it; empty if it cannot.
-std::optional<std::string> listBehind(const Server& server) {
+std::optional<DeviceListSource> listBehind(const Server& server, const Invocation& invocation) {
+    using Kind = DeviceListSource::Kind;
     if (const ReplayedList* replayed = server.replayedList()) {
-        return replayed->text();
+        if (!replayed->text()) {
+            return std::nullopt;
+        }
+        return DeviceListSource{Kind::file, invocation.devices.value_or(""), *replayed->text()};
     }
     if (const PrivateServer* privateServer = server.privateServer()) {
+        const MachinePlaces places;
         DeviceListFinding finding =
             examineDeviceList(deviceListPlaces(privateServer->process()).seen);
         if (finding.state != DeviceListFinding::State::missing &&
             finding.state != DeviceListFinding::State::unreadable) {
-            return std::move(finding.text);
+            return server.showsSysfs()
+                       ? DeviceListSource{Kind::sysfs, places.devices(), std::move(finding.text)}
+                       : DeviceListSource{Kind::kernel, places.readable(), std::move(finding.text)};
         }
     }
     return std::nullopt;
@@ -69,13 +78,12 @@ std::optional<std::string> listBehind(const Server& server) {
 
 /// What the report holds of its list. Empty where the list is not known; also where the report is of
 /// another one, since a device came or went after the test had read it.
-std::optional<ReportedList> reportedList(const Server& server,
+std::optional<ReportedList> reportedList(const std::optional<DeviceListSource>& list,
                                          const std::vector<std::string>& report) {
-    const auto list = listBehind(server);
     if (!list) {
         return std::nullopt;
     }
-    ReportedList reported(*list);
+    ReportedList reported(list->text);
     constexpr std::string_view endOfBlock = "          ";
     const auto blocks = std::count(report.begin(), report.end(), endOfBlock);
     return reported.coverage().blocks == static_cast<std::size_t>(blocks)
@@ -83,9 +91,11 @@ std::optional<ReportedList> reportedList(const Server& server,
                : std::nullopt;
 }
 
-std::string jsonDocument(const CIMInstance& result, const ReportedList* reported) {
+std::string jsonDocument(const CIMInstance& result, const std::optional<DeviceListSource>& list,
+                         const std::optional<ReportedList>& reported) {
     Json document = jsonOf(result);
-    addReportedList(document, reported);
+    addReportedList(document, reported ? &*reported : nullptr);
+    document["device_list"] = reported ? devicesJson(*list, *reported) : Json();
     return documentOf(document);
 }
 
@@ -112,9 +122,10 @@ ExitStatus runTest(Server& server, const Invocation& invocation) {
     const CIMInstance result = runWithProgress(diagnostics, test, element);
 
     const auto lines = textsOf(result, properties::testResults);
-    const auto reported = reportedList(server, lines);
+    const auto list = listBehind(server, invocation);
+    const auto reported = reportedList(list, lines);
     if (invocation.json) {
-        printDocument(jsonDocument(result, reported ? &*reported : nullptr));
+        printDocument(jsonDocument(result, list, reported));
     } else {
         printReport(lines);
     }

@@ -142,6 +142,8 @@ TEST(CommandLine, DevicesTakesAListAndConditions) {
     EXPECT_EQ(full.filter.bus, 2U);
     EXPECT_EQ(full.filter.usbClass, "hub");
     EXPECT_EQ(full.filter.driver, "usbhid");
+    EXPECT_TRUE(devicesOf({"devices", "--json"}).json);
+    EXPECT_THROW(devicesOf({"devices", "--json", "--tree"}), options::UsageError);
 }
 
 TEST(CommandLine, DevicesTakesOneListAndNoServer) {

@@ -25,8 +25,12 @@ std::string listWith(const std::string& speed, const std::string& lines,
            speed + " MxCh= 0\n" + lines;
 }
 
-const char* const usb3 = "D:  Ver= 3.00 Cls=00(>ifc ) Sub=00 Prot=00 MxPS= 9 #Cfgs=  0\n";
-const char* const usb2 = "D:  Ver= 2.10 Cls=00(>ifc ) Sub=00 Prot=00 MxPS=64 #Cfgs=  0\n";
+const char* const usb3 =
+    "D:  Ver= 3.00 Cls=00(>ifc ) Sub=00 Prot=00 MxPS= 9 #Cfgs=  1\n"
+    "C:* #Ifs= 0 Cfg#= 1 Atr=80 MxPwr=100mA\n";
+const char* const usb2 =
+    "D:  Ver= 2.10 Cls=00(>ifc ) Sub=00 Prot=00 MxPS=64 #Cfgs=  1\n"
+    "C:* #Ifs= 0 Cfg#= 1 Atr=80 MxPwr=100mA\n";
 
 std::vector<Kind> kindsOf(const std::string& list) {
     std::vector<Kind> kinds;
@@ -75,7 +79,10 @@ TEST(Findings, AlternateSettingsAreOneUnclaimedInterface) {
 
 TEST(Findings, ADeviceWithoutActiveConfigurationIsUnconfigured) {
     EXPECT_EQ(kindsOf(listWith("12  ", configured(" ", ""))), Kinds{Kind::unconfigured});
-    EXPECT_EQ(kindsOf(listWith("12  ", "")), Kinds{});
+    EXPECT_EQ(
+        kindsOf(listWith("12  ", "D:  Ver= 1.10 Cls=ff(vend.) Sub=ff Prot=ff MxPS= 8 #Cfgs=  0\n")),
+        Kinds{Kind::unconfigured});
+    EXPECT_EQ(kindsOf(listWith("12  ", "")), Kinds{});  // not known
 }
 
 TEST(Findings, MoreThanEightyPercentOfABusIsBusy) {

@@ -53,7 +53,7 @@ def expected_devices(text):
         drivers = re.findall(r"Driver=(.+)", active.group(1)) if active else []
         yield {"port_path": path, "id": vendor and "%s:%s" % (vendor, product),
                "speed": None if speed == "??" else float(speed), "drivers": list(dict.fromkeys(drivers)),
-               "configured": active is not None, "has_configurations": "\nC:" in block}
+               "configured": active is not None, "is_described": "\nD:" in block}
 
 
 def rows(output):
@@ -82,7 +82,7 @@ class Table(unittest.TestCase):
                                  ["%g Mb/s" % d["speed"] if d["speed"] else "-" for d in devices])
                 self.assertEqual([row[4] for row in found],
                                  [", ".join(d["drivers"]) or
-                                  ("-" if d["configured"] or not d["has_configurations"] else "not configured")
+                                  ("-" if d["configured"] or not d["is_described"] else "not configured")
                                   for d in devices])
 
     def test_marks_what_the_report_leaves_out(self):

@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: MIT
 """usbhcdiag where the kernel's list cannot be read, on a machine whose sysfs is made up:
 sysfs_test.py PROGRAMS SOURCES MAKE_SYSFS [unittest options]"""
+import json
 import os
 import shutil
 import subprocess
@@ -112,6 +113,30 @@ class Run(Case):
         shutil.rmtree(self.sysfs)
         os.mkdir(self.sysfs)
         run = self.as_somebody("run")
+        self.assertEqual((run.stdout, run.returncode), ("", 3))
+        self.assertIn("this machine shows no USB host controller", run.stderr)
+
+
+class Devices(Case):
+    def test_are_those_of_sysfs(self):
+        run = self.as_somebody("devices", "--json")
+        self.assertEqual((run.stderr, run.returncode), ("", 0))
+        document = json.loads(run.stdout)
+        self.assertEqual(document["source"], {"kind": "sysfs", "path": "/sys/bus/usb/devices",
+                                              "bytes": len(LIST)})
+        self.assertEqual([device["port_path"] for device in document["devices"]], ["usb1", "1-3", "usb2"])
+        result = json.loads(self.as_somebody("run", "--json").stdout)
+        self.assertEqual(result["device_list"], document)
+
+    def test_need_no_namespace(self):
+        run = self.without_rights("devices")
+        self.assertEqual((run.stderr, run.returncode), ("", 0))
+        self.assertEqual(run.stdout.count("\n"), 4)
+
+    def test_of_a_machine_without_usb_are_none(self):
+        shutil.rmtree(self.sysfs)
+        os.mkdir(self.sysfs)
+        run = self.as_somebody("devices")
         self.assertEqual((run.stdout, run.returncode), ("", 3))
         self.assertIn("this machine shows no USB host controller", run.stderr)
 

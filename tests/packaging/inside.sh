@@ -69,6 +69,8 @@ check "the debug log lies in its folder" test -s $log
 check "which is closed to others" sh -c "[ \"\$(stat -c '%a %U %G' ${log%/*})\" = '750 root root' ]"
 check "no process is left" sh -c '! pgrep cimhost 2>/dev/null && ! ls -l /proc/[0-9]*/exe 2>/dev/null | grep cimhost'
 check "the manual pages are there" test -s /usr/share/man/man1/usbhcdiag.1.gz
+check "those of forms, too" test -s /usr/share/man/man5/usbhcdiag-json.5.gz
+check "the schema is there" test -s /usr/share/zorva-usb-diagnostics/devices.schema.json
 for program in usbhcdiag cimhost with-device-list; do
     check "the completion of $program loads" bash -c "source /usr/share/bash-completion/completions/$program && complete -p $program"
     check "  for zsh and fish it is there" test -s /usr/share/zsh/vendor-completions/_$program -a -s /usr/share/fish/vendor_completions.d/$program.fish

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: MIT
+#include "cli/DevicesJson.h"
+
+#include <array>
+#include <cstdio>
+#include <map>
+#include <numeric>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/DeviceTexts.h"
+#include "cli/ReportedListJson.h"
+#include "devicelist/ClassNames.h"
+#include "devicelist/HostControllers.h"
+
+namespace usbhcdiag {
+namespace {
+
+using devicelist::Configuration;
+using devicelist::Device;
+using devicelist::Endpoint;
+using devicelist::Interface;
+
+template <typename Value>
+Json orNull(const std::optional<Value>& value) {
+    return value ? Json(*value) : Json();
+}
+
+Json orNull(std::string_view text) {
+    return text.empty() ? Json() : Json(text);
+}
+
+/// In lower case, with leading zeros.
+template <typename Unsigned>
+Json hexadecimal(const std::optional<Unsigned>& number) {
+    if (!number) {
+        return {};
+    }
+    std::array<char, 9> text{};
+    std::snprintf(text.data(), text.size(), "%0*x", static_cast<int>(2 * sizeof(Unsigned)),
+                  unsigned{*number});
+    return text.data();
+}
+
+/// Binary coded decimal: "2.00".
+Json version(const std::optional<std::uint16_t>& number) {
+    if (!number) {
+        return {};
+    }
+    constexpr unsigned byteBits = 8;
+    constexpr unsigned lowByte = 0xff;
+    std::array<char, 9> text{};
+    std::snprintf(text.data(), text.size(), "%x.%02x", unsigned{*number} >> byteBits,
+                  *number & lowByte);
+    return text.data();
+}
+
+Json directionOf(const Endpoint& endpoint) {
+    constexpr std::array<const char*, 3> names = {"out", "in", "both"};
+    const auto direction = endpoint.direction();
+    return direction ? Json(names.at(static_cast<std::size_t>(*direction))) : Json();
+}
+
+Json typeOf(const Endpoint& endpoint) {
+    constexpr std::array<const char*, 4> names = {"control", "isochronous", "bulk", "interrupt"};
+    const auto type = endpoint.type();
+    return type ? Json(names.at(static_cast<std::size_t>(*type))) : Json();
+}
+
+Json jsonOf(const Endpoint& endpoint) {
+    Json object = Json::object();
+    object["address"] = hexadecimal(endpoint.address);
+    object["direction"] = directionOf(endpoint);
+    object["type"] = typeOf(endpoint);
+    object["max_packet_bytes"] = orNull(endpoint.maxPacketSize);
+    object["interval"] = orNull(endpoint.intervalMicroseconds);
+    return object;
+}
+
+Json jsonOf(const Interface& interface) {
+    const bool hasDriver =
+        interface.driver && !interface.driver->empty() && *interface.driver != "(none)";
+    Json object = Json::object();
+    object["number"] = orNull(interface.number);
+    object["alternate"] = orNull(interface.alternate);
+    object["active"] = interface.active;
+    object["class"] = hexadecimal(interface.usbClass.code);
+    object["subclass"] = hexadecimal(interface.usbClass.subclass);
+    object["protocol"] = hexadecimal(interface.usbClass.protocol);
+    object["class_name"] = interface.usbClass.code
+                               ? orNull(devicelist::wordsOfClass(*interface.usbClass.code))
+                               : Json();
+    object["driver"] = hasDriver ? Json(*interface.driver) : Json();
+    object["endpoints"] = Json::array();
+    for (const Endpoint& endpoint : interface.endpoints) {
+        object["endpoints"].push_back(jsonOf(endpoint));
+    }
+    return object;
+}
+
+Json jsonOf(const Device& device, const HardwareNames::Names& known, bool isInReport) {
+    const Configuration* active = device.activeConfiguration();
+    Json object = Json::object();
+    object["bus"] = orNull(device.bus);
+    object["number"] = orNull(device.number);
+    object["parent"] = orNull(parentPath(device.portPath));
+    object["port_path"] = orNull(device.portPath);
+    object["level"] = orNull(device.level);
+    object["id"] = orNull(idOf(device));
+    object["vendor_id"] = hexadecimal(device.vendorId);
+    object["product_id"] = hexadecimal(device.productId);
+    object["vendor"] = orNull(device.manufacturer);
+    object["product"] = orNull(device.product);
+    object["serial"] = orNull(device.serialNumber);
+    object["vendor_name"] = orNull(known.vendor);
+    object["product_name"] = orNull(known.product);
+    object["usb_version"] = version(device.usbVersion);
+    object["device_version"] = version(device.release);
+    object["speed_mbps"] = orNull(device.speed);
+    object["max_power_ma"] = active == nullptr ? Json() : orNull(active->maxPowerMilliamperes);
+    object["configured"] = active != nullptr;
+    object["interfaces"] = Json::array();
+    for (const Interface& interface : interfacesOf(device)) {
+        object["interfaces"].push_back(jsonOf(interface));
+    }
+    object["in_report"] = isInReport;
+    return object;
+}
+
+/// The kernel names the driver of a host controller at the end of the root hub's manufacturer.
+Json controllerDriver(const Device& rootHub) {
+    const std::string maker = rootHub.manufacturer.value_or("");
+    return maker.rfind("Linux ", 0) == 0 ? orNull(maker.substr(maker.rfind(' ') + 1)) : Json();
+}
+
+Json controllersOf(const devicelist::DeviceList& list) {
+    Json controllers = Json::array();
+    std::map<std::string, std::size_t> places;
+    for (const Device& device : list.devices) {
+        if (device.level != 0U) {
+            continue;
+        }
+        const std::string id = devicelist::hostControllerOf(device);
+        const auto [place, isNew] = places.emplace(id, controllers.size());
+        if (isNew) {
+            Json object = Json::object();
+            object["device_id"] = id;
+            object["name"] = orNull(device.product);
+            object["driver"] = controllerDriver(device);
+            object["buses"] = Json::array();
+            controllers.push_back(object);
+        }
+        if (device.bus) {
+            controllers[place->second]["buses"].push_back(*device.bus);
+        }
+    }
+    return controllers;
+}
+
+Json problemsOf(const devicelist::DeviceList& list,
+                const std::vector<devicelist::Finding>& findings) {
+    Json problems = Json::array();
+    for (const devicelist::Finding& finding : findings) {
+        Json object = Json::object();
+        object["device"] = finding.device ? orNull(list.devices[*finding.device].portPath) : Json();
+        object["kind"] = nameOf(finding.kind);
+        object["line"] = orNull(finding.line);
+        object["text"] = finding.fact;
+        problems.push_back(object);
+    }
+    return problems;
+}
+
+}  // namespace
+
+Json devicesJson(const DeviceListSource& source, const ReportedList& reported,
+                 const std::vector<devicelist::Finding>& findings,
+                 const std::vector<std::size_t>& wanted, const HardwareNames& names) {
+    const devicelist::DeviceList& list = reported.list();
+    Json document = Json::object();
+    document["format_version"] = devicesFormatVersion;
+    document["source"]["kind"] = nameOf(source.kind);
+    document["source"]["path"] = source.path;
+    document["source"]["bytes"] = source.text.size();
+    document["controllers"] = controllersOf(list);
+    document["devices"] = Json::array();
+    for (const std::size_t position : wanted) {
+        const Device& device = list.devices[position];
+        document["devices"].push_back(
+            jsonOf(device, names.find(device), reported.coverage().devices[position].isInReport()));
+    }
+    document["report"]["devices_in_list"] = list.devices.size();
+    document["report"]["devices_in_report"] = reported.coverage().devicesInReport();
+    document["report"]["left_out"] = leftOutOf(reported);
+    document["problems"] = problemsOf(list, findings);
+    return document;
+}
+
+Json devicesJson(const DeviceListSource& source, const ReportedList& reported) {
+    std::vector<std::size_t> all(reported.list().devices.size());
+    std::iota(all.begin(), all.end(), std::size_t{0});
+    return devicesJson(source, reported, devicelist::findingsOf(reported.list()), all,
+                       HardwareNames());
+}
+
+}  // namespace usbhcdiag

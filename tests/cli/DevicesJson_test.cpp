@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+// The object that stands for a list: every member, also where the list tells nothing.
+#include "cli/DevicesJson.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace usbhcdiag {
+namespace {
+
+Json parsed(const std::string& list) {
+    const ReportedList reported(list);
+    // Without the database of the machine that runs the test.
+    Json document = devicesJson({DeviceListSource::Kind::file, "list.txt", list}, reported);
+    for (Json& device : document["devices"]) {
+        device["vendor_name"] = nullptr;
+        device["product_name"] = nullptr;
+    }
+    return Json::parse(documentOf(document));
+}
+
+TEST(DevicesJson, HasWhatTheListTells) {
+    const std::string list =
+        "T:  Bus=02 Lev=00 Prnt=00 Port=00 Cnt=00 Dev#=  1 Spd=480  MxCh= 4\n"
+        "S:  Manufacturer=Linux 6.1.0 ehci_hcd\n"
+        "S:  Product=EHCI Host Controller\n"
+        "S:  SerialNumber=0000:00:1d.7\n"
+        "T:  Bus=02 Lev=01 Prnt=01 Port=02 Cnt=01 Dev#=  5 Spd=1.5  MxCh= 0\n"
+        "D:  Ver= 2.10 Cls=00(>ifc ) Sub=00 Prot=00 MxPS= 8 #Cfgs=  1\n"
+        "P:  Vendor=046d ProdID=c00e Rev=11.0a\n"
+        "S:  Product=M\xFFuse\n"
+        "C:* #Ifs= 1 Cfg#= 1 Atr=a0 MxPwr= 98mA\n"
+        "I:* If#= 0 Alt= 0 #EPs= 1 Cls=03(HID  ) Sub=01 Prot=02 Driver=(none)\n"
+        "E:  Ad=81(I) Atr=03(Int.) MxPS=   4 Ivl=10ms\n";
+    EXPECT_EQ(parsed(list), Json::parse(R"({
+        "format_version": 1,
+        "source": {"kind": "file", "path": "list.txt", "bytes": )" +
+                                        std::to_string(list.size()) + R"(},
+        "controllers": [{"device_id": "0000:00:1d.7", "name": "EHCI Host Controller",
+                         "driver": "ehci_hcd", "buses": [2]}],
+        "devices": [
+            {"bus": 2, "number": 1, "parent": null, "port_path": "usb2", "level": 0, "id": null,
+             "vendor_id": null, "product_id": null, "vendor": "Linux 6.1.0 ehci_hcd",
+             "product": "EHCI Host Controller", "serial": "0000:00:1d.7", "vendor_name": null,
+             "product_name": null, "usb_version": null, "device_version": null,
+             "speed_mbps": 480.0, "max_power_ma": null, "configured": false, "interfaces": [],
+             "in_report": false},
+            {"bus": 2, "number": 5, "parent": "usb2", "port_path": "2-3", "level": 1,
+             "id": "046d:c00e", "vendor_id": "046d", "product_id": "c00e", "vendor": null,
+             "product": "M\uFFFDuse", "serial": null, "vendor_name": null, "product_name": null,
+             "usb_version": "2.10", "device_version": "11.0a", "speed_mbps": 1.5,
+             "max_power_ma": 98, "configured": true,
+             "interfaces": [{"number": 0, "alternate": 0, "active": true, "class": "03",
+                             "subclass": "01", "protocol": "02",
+                             "class_name": "human interface", "driver": null,
+                             "endpoints": [{"address": "81", "direction": "in",
+                                            "type": "interrupt", "max_packet_bytes": 4,
+                                            "interval": 10000}]}],
+             "in_report": true}],
+        "report": {"devices_in_list": 2, "devices_in_report": 1, "left_out": [
+            {"position": 1, "device": "usb2", "name": "EHCI Host Controller", "id": null,
+             "reason": "no_endpoint",
+             "text": "no endpoint; its fields stand in the block of \"M\uFFFDuse\" (046d:c00e) at 2-3"}]},
+        "problems": [{"device": "2-3", "kind": "unclaimed", "line": null,
+                      "text": "interface 0 has no driver"}]
+    })"));
+}
+
+TEST(DevicesJson, IsNullWhereTheListTellsNothing) {
+    const Json device = parsed("T:  Bus=x\nC:*\nI:  Driver=\nE:  Ad=x\n")["devices"][0];
+    for (const auto& [name, value] : device.items()) {
+        const bool isKnown = name == "configured" || name == "interfaces" || name == "in_report";
+        EXPECT_EQ(value.is_null(), !isKnown) << name;
+    }
+    const Json interface = device["interfaces"][0];
+    EXPECT_TRUE(interface["class_name"].is_null());
+    for (const auto& [name, value] : interface["endpoints"][0].items()) {
+        EXPECT_TRUE(value.is_null()) << name;
+    }
+}
+
+TEST(DevicesJson, OfAnEmptyListIsWhole) {
+    const Json document = parsed("");
+    EXPECT_EQ(document["devices"], Json::array());
+    EXPECT_EQ(document["controllers"], Json::array());
+    EXPECT_EQ(document["problems"], Json::array());
+    EXPECT_EQ(document["report"]["devices_in_list"], 0);
+}
+
+TEST(DevicesJson, AControllerHasAllItsBusesAndNoDriverThatTheKernelDoesNotName) {
+    const std::string rootHub =
+        " Lev=00 Prnt=00 Port=00 Cnt=00 Dev#=  1 Spd=480  MxCh= 4\n"
+        "S:  Manufacturer=ehci_hcd\nS:  SerialNumber=0000:00:1d.7\n";
+    EXPECT_EQ(parsed("T:  Bus=02" + rootHub + "T:  Bus=01" + rootHub)["controllers"],
+              Json::parse(R"([{"device_id": "0000:00:1d.7", "name": null, "driver": null,
+                               "buses": [2, 1]}])"));
+}
+
+}  // namespace
+}  // namespace usbhcdiag
