@@ -92,6 +92,9 @@ CommandLine readCommandLine(const std::vector<std::string>& words) {
     if (isCommand(line, "devices")) {
         return devicesRequest(line);
     }
+    if (isCommand(line, "record")) {
+        return RecordRequest{line.argument("devices"), line.argument("output"), line.has("redact")};
+    }
     Invocation invocation;
     invocation.command = serverCommands().at(line.command->name);
     invocation.server = line.argument("server");

@@ -33,6 +33,13 @@ struct DevicesRequest {
     bool json = false;
 };
 
+/// A list to keep or to send was asked for.
+struct RecordRequest {
+    std::optional<std::string> file;    ///< name as given; none: this machine's
+    std::optional<std::string> output;  ///< name of the file to write; none: standard output
+    bool redact = false;
+};
+
 /// Help was asked for: on a command of program(), or on all (null).
 struct HelpRequest {
     const options::Command* command = nullptr;
@@ -46,8 +53,8 @@ struct CompletionRequest {
 };
 
 /// What a command line asks for.
-using CommandLine =
-    std::variant<Invocation, DevicesRequest, HelpRequest, VersionRequest, CompletionRequest>;
+using CommandLine = std::variant<Invocation, DevicesRequest, RecordRequest, HelpRequest,
+                                 VersionRequest, CompletionRequest>;
 
 /// Reads the words after the program's name. Options may stand before and after the command.
 ///

@@ -33,13 +33,15 @@ DeviceListSource readSource(const std::optional<std::string>& file, const Machin
     const std::string kernel = places.readable();
     if (!kernel.empty()) {
         try {
-            return {DeviceListSource::Kind::kernel, kernel, devicelist::readDeviceListFile(kernel)};
+            return {DeviceListSource::Kind::kernel, kernel, devicelist::readDeviceListFile(kernel),
+                    "the device list is the kernel's, " + kernel};
         } catch (const devicelist::DeviceListFileError& error) {
             throw Failure("device list " + kernel + ": " + error.what());
         }
     }
     if (auto list = sysfsList(places)) {
-        return {DeviceListSource::Kind::sysfs, places.devices(), std::move(list->text)};
+        return {DeviceListSource::Kind::sysfs, places.devices(), std::move(list->text),
+                std::move(list->origin)};
     }
     throw NothingRead(noHostController(deviceListPlaces(::getpid())));
 }

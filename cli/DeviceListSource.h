@@ -16,6 +16,7 @@ struct DeviceListSource {
     Kind kind = Kind::kernel;
     std::string path;  ///< of kernel and file: its name; of sysfs: the folder with the devices
     std::string text;
+    std::string origin{};  ///< for people: where the machine's own list came from; empty for a file
 };
 
 /// The content of `file`, "-" for standard input; without a file the list of this machine, the kernel's

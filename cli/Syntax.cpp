@@ -29,6 +29,9 @@ std::vector<options::Option> allOptions() {
          "only devices that this driver has taken; \"(none)\": that have an\n"
          "interface without driver"},
         {"problems", 'p', {}, "only devices with a problem, which is named"},
+        {"output", 'o', options::Argument{"FILE", true},
+         "write FILE, whole or not at all, instead of standard output"},
+        {"redact", 'r', {}, "put placeholders for serial numbers"},
         options::helpOption("print help (after a command: on that command)"),
         options::versionOption(),
     };
@@ -76,6 +79,21 @@ std::vector<options::Command> allCommands() {
          "  usbhcdiag devices --json | jq -r '.devices[].id'\n",
          {"devices", "json", "tree", "id", "bus", "class", "driver", "problems", "help"},
          {options::Argument{"FILE", true, {}, true}}},
+        {"record",
+         "keep this machine's list of devices, for a bug report",
+         "Prints the list of this machine's USB devices, as `run --devices`, `devices` and\n"
+         "`diff` take it: the kernel's where it can be read (by root), otherwise one made from\n"
+         "sysfs; standard error says which. With --devices it is a recorded list, byte for\n"
+         "byte.\n"
+         "\n"
+         "--redact puts a placeholder of the same length for each serial number but those of\n"
+         "root hubs, which are bus addresses. Names of devices and makers stay.\n"
+         "\n"
+         "Exit status: 0 done, 1 something failed, 3 there was no device list, or no device\n"
+         "in it.\n",
+         "  usbhcdiag record --redact -o list.txt     to attach to a bug report\n"
+         "  usbhcdiag record --redact --devices old.txt >list.txt\n",
+         {"output", "redact", "devices", "help"}},
         {"tests",
          "list the diagnostic tests",
          "Lists the diagnostic tests that the server offers, with --json as an array of\n"

@@ -56,6 +56,10 @@ ExitStatus perform(const DevicesRequest& request) {
     return listDevices(request);
 }
 
+ExitStatus perform(const RecordRequest& request) {
+    return recordList(request);
+}
+
 ExitStatus perform(const HelpRequest& request) {
     std::cout << (request.command == nullptr ? options::programHelp(program())
                                              : options::commandHelp(program(), *request.command));

@@ -18,7 +18,8 @@ ExitStatus listResults(Server& server, const Invocation& invocation);
 ExitStatus clearResults(Server& server, const Invocation& invocation);
 ExitStatus printMof(Server& server, const Invocation& invocation);
 
-/// The command that asks no server.
+// The commands that ask no server.
 ExitStatus listDevices(const DevicesRequest& request);
+ExitStatus recordList(const RecordRequest& request);
 
 }  // namespace usbhcdiag

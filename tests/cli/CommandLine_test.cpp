@@ -146,6 +146,22 @@ TEST(CommandLine, DevicesTakesAListAndConditions) {
     EXPECT_THROW(devicesOf({"devices", "--json", "--tree"}), options::UsageError);
 }
 
+TEST(CommandLine, RecordTakesAListAndAFileToWrite) {
+    const auto record = [](const std::vector<std::string>& words) {
+        return std::get<RecordRequest>(readCommandLine(words));
+    };
+    const RecordRequest bare = record({"record"});
+    EXPECT_FALSE(bare.file);
+    EXPECT_FALSE(bare.output);
+    EXPECT_FALSE(bare.redact);
+    const RecordRequest full = record({"record", "-o", "out", "--redact", "-d", "-"});
+    EXPECT_EQ(full.file, "-");
+    EXPECT_EQ(full.output, "out");
+    EXPECT_TRUE(full.redact);
+    EXPECT_EQ(complaint({"record", "list"}), "`record` does not take \"list\"");
+    EXPECT_EQ(complaint({"run", "-o", "out"}), "`run` does not take --output");
+}
+
 TEST(CommandLine, DevicesTakesOneListAndNoServer) {
     EXPECT_THROW(readCommandLine({"devices", "a", "--devices", "b"}), options::UsageError);
     EXPECT_THROW(readCommandLine({"devices", "a", "b"}), options::UsageError);

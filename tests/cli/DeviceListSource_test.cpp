@@ -35,6 +35,8 @@ TEST_F(DeviceListSourceTest, ANamedFileComesFirstThenTheKernelsListThenSysfs) {
     EXPECT_STREQ(nameOf(fromSysfs.kind), "sysfs");
     EXPECT_EQ(fromSysfs.path, folder_ + "/sys/bus/usb/devices");
     EXPECT_EQ(fromSysfs.text.find("\nT:  Bus=01 "), 0U);
+    EXPECT_EQ(fromSysfs.origin, "the device list was made from " + fromSysfs.path + ", since " +
+                                    places_.kernel + " cannot be read (No such file or directory)");
 
     for (const std::string& place : {places_.kernel, places_.expected}) {
         std::ofstream(place) << "list at " << place;
@@ -42,6 +44,7 @@ TEST_F(DeviceListSourceTest, ANamedFileComesFirstThenTheKernelsListThenSysfs) {
         EXPECT_STREQ(nameOf(source.kind), "kernel");
         EXPECT_EQ(source.path, place);
         EXPECT_EQ(source.text, "list at " + place);
+        EXPECT_EQ(source.origin, "the device list is the kernel's, " + place);
     }
 
     std::ofstream(folder_ + "/file") << "named";
@@ -49,6 +52,7 @@ TEST_F(DeviceListSourceTest, ANamedFileComesFirstThenTheKernelsListThenSysfs) {
     EXPECT_STREQ(nameOf(named.kind), "file");
     EXPECT_EQ(named.path, folder_ + "/file");
     EXPECT_EQ(named.text, "named");
+    EXPECT_EQ(named.origin, "");
 }
 
 TEST_F(DeviceListSourceTest, AMachineWithoutUsbHasNothingToRead) {

@@ -157,9 +157,9 @@ class CompletionTest(unittest.TestCase):
         commands = commands_of("usbhcdiag")
         self.assertIn("run", commands)
         self.assertEqual(self.offered("usbhcdiag "), commands)
-        self.assertEqual(self.offered("usbhcdiag re"), {"results"})
+        self.assertEqual(self.offered("usbhcdiag re"), {"record", "results"})
         self.assertEqual(self.offered("usbhcdiag --server http m"), {"mof"})
-        self.assertEqual(self.offered("usbhcdiag help r"), {"run", "results"})
+        self.assertEqual(self.offered("usbhcdiag help r"), {"record", "results", "run"})
 
     def test_the_options_of_each_command(self):
         for command in commands_of("usbhcdiag"):
@@ -177,6 +177,7 @@ class CompletionTest(unittest.TestCase):
         for name in ("list.txt", "list of names"):
             open(folder + name, "w").close()
         for start in ("usbhcdiag run --devices ", "usbhcdiag run -d ", "usbhcdiag mof --devices=",
+                      "usbhcdiag record -o ",
                       "usbhcdiag --credentials ", "cimhost --mof a --mof ", "cimhost --provider ",
                       "with-device-list "):
             # Fish and bash name the whole word, fish as it would be typed.
@@ -198,7 +199,8 @@ class CompletionTest(unittest.TestCase):
         for line in ("with-device-list list.txt ", "with-device-list list.txt -- "):
             self.assertIn("sleep", self.offered(line + "slee"), line)
         if SHELL != "bash":  # which needs the package bash-completion for that
-            self.assertEqual(self.offered("with-device-list list.txt usbhcdiag re"), {"results"})
+            self.assertEqual(self.offered("with-device-list list.txt usbhcdiag re"),
+                             {"record", "results"})
 
 
 if __name__ == "__main__":

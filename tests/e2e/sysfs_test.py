@@ -141,6 +141,29 @@ class Devices(Case):
         self.assertIn("this machine shows no USB host controller", run.stderr)
 
 
+class Record(Case):
+    def test_without_the_kernels_list_it_is_made_from_sysfs(self):
+        run = self.as_somebody("record")
+        self.assertEqual((run.stdout, run.stderr, run.returncode), (LIST, ORIGIN + "\n", 0))
+
+    def test_the_kernels_list_is_taken_as_it_stands(self):
+        text = LIST + "noise\n"
+        folder = os.path.join(self.sysfs, "kernel", "debug", "usb")
+        os.makedirs(folder)
+        Path(folder, "devices").write_text(text)
+        run = self.as_somebody("record")
+        self.assertEqual((run.stdout, run.stderr, run.returncode),
+                         (text, "usbhcdiag: the device list is the kernel's, "
+                                "/sys/kernel/debug/usb/devices\n", 0))
+
+    def test_a_machine_without_usb_has_none(self):
+        shutil.rmtree(self.sysfs)
+        os.mkdir(self.sysfs)
+        run = self.as_somebody("record")
+        self.assertEqual((run.stdout, run.returncode), ("", 3))
+        self.assertIn("this machine shows no USB host controller", run.stderr)
+
+
 if __name__ == "__main__":
     require_namespaces()
     unittest.main(verbosity=2)
