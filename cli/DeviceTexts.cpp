@@ -80,7 +80,7 @@ std::vector<UsbClass> classesOf(const Device& device) {
 }
 
 std::string classText(const UsbClass& usbClass) {
-    const std::string words(devicelist::wordsOfClass(*usbClass.code));
+    std::string words(devicelist::wordsOfClass(*usbClass.code));
     if (!words.empty()) {
         return words;
     }

@@ -161,7 +161,7 @@ void PrivateServer::awaitReady(const std::string& program, const base::FileDescr
         while (said.find('\n') == std::string::npos) {
             readMore(program, readyPipe, deadline, said);
         }
-        const std::string line = said.substr(0, said.find('\n'));
+        std::string line = said.substr(0, said.find('\n'));
         said.erase(0, line.size() + 1);
         return line;
     };
@@ -177,7 +177,8 @@ void PrivateServer::awaitReady(const std::string& program, const base::FileDescr
 }
 
 void PrivateServer::readMore(const std::string& program, const base::FileDescriptor& readyPipe,
-                             std::chrono::steady_clock::time_point deadline, std::string& said) {
+                             std::chrono::steady_clock::time_point deadline,
+                             std::string& said) const {
     const auto left =
         std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
     pollfd poll{readyPipe.get(), POLLIN, 0};

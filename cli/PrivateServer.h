@@ -51,7 +51,7 @@ private:
                              pid_t parent) const;
     void awaitReady(const std::string& program, const base::FileDescriptor& readyPipe);
     void readMore(const std::string& program, const base::FileDescriptor& readyPipe,
-                  std::chrono::steady_clock::time_point deadline, std::string& said);
+                  std::chrono::steady_clock::time_point deadline, std::string& said) const;
     void end();
 
     std::string url_;
