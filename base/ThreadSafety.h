@@ -17,7 +17,8 @@
 #define ZORVA_SCOPED_CAPABILITY ZORVA_THREAD_SAFETY(scoped_lockable)
 // Of a variable: it is used only while the mutex is held.
 #define ZORVA_GUARDED_BY(mutex) ZORVA_THREAD_SAFETY(guarded_by(mutex))
-// Of a function: its caller holds the mutexes, for reading at least.
+// Of a function: its caller holds the mutexes; SHARED: for reading at least.
+#define ZORVA_REQUIRES(...) ZORVA_THREAD_SAFETY(requires_capability(__VA_ARGS__))
 #define ZORVA_REQUIRES_SHARED(...) ZORVA_THREAD_SAFETY(requires_shared_capability(__VA_ARGS__))
 // Of a function: it takes or releases the mutexes; TRY_ACQUIRE: if it returns its first argument.
 #define ZORVA_ACQUIRE(...) ZORVA_THREAD_SAFETY(acquire_capability(__VA_ARGS__))

@@ -22,7 +22,7 @@ ConnectionPlaces::Place* ConnectionPlaces::findSilent() {
         const Clock::rep since = place.silentSince_;
         if (since != Place::serving && !place.givesWay_ &&
             (longest == nullptr || since < longest->silentSince_) &&
-            !hasUnreadBytes(place.descriptor_)) {
+            (place.wait_ != Wait::forBytes || !hasUnreadBytes(place.descriptor_))) {
             longest = &place;
         }
     }
@@ -39,7 +39,7 @@ ConnectionPlaces::Place* ConnectionPlaces::enter(int descriptor) {
         silent->givesWay_ = true;
         ++givingWay_;
         // Bytes that arrive in this very moment are still read, and answered.
-        shutdown(silent->descriptor_, SHUT_RD);
+        shutdown(silent->descriptor_, silent->wait_ == Wait::untilTaken ? SHUT_RDWR : SHUT_RD);
     }
     return &places_.emplace_back(descriptor);
 }

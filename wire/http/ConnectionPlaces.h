@@ -17,6 +17,13 @@ class ConnectionPlaces {
 public:
     using Clock = std::chrono::steady_clock;
 
+    /// What the server waits for while it is the client's turn.
+    enum class Wait {
+        forBytes,    ///< if some have come, the client keeps its place
+        untilTaken,  ///< the client does not take its answer, whatever it sends
+        asPenalty,   ///< the client has guessed a password, whatever it sends
+    };
+
     /// One connection's place. Its own thread says what the connection does; a new one waits for
     /// the client.
     class Place {
@@ -28,8 +35,11 @@ public:
         /// The client has been heard, or answered: its silence counts from now.
         void restartSilence() { since_ = Clock::now().time_since_epoch().count(); }
 
-        /// The next bytes have to come from the client.
-        void awaitClient() { silentSince_ = since_; }
+        /// It is the client's turn: it has been silent since then, and may have to give way.
+        void awaitClient(Wait wait = Wait::forBytes) {
+            wait_ = wait;
+            silentSince_ = since_;
+        }
 
         /// The client waits for the server, and keeps its place.
         void serveClient() { silentSince_ = serving; }
@@ -44,14 +54,16 @@ public:
         int descriptor_;
         Clock::rep since_ = Clock::now().time_since_epoch().count();
         std::atomic<Clock::rep> silentSince_{serving};
+        std::atomic<Wait> wait_{Wait::forBytes};
         std::atomic<bool> givesWay_{false};
     };
 
     explicit ConnectionPlaces(std::size_t limit) : limit_(limit) {}
 
     /// A place for a connected socket, until leave(). If all are taken, the connection whose client
-    /// has been silent for longest gives way: nothing more is read from it, so that its thread
-    /// ends. Null if all clients are being served.
+    /// has been silent for longest gives way: nothing more is read from it, and nothing more of an
+    /// answer that it does not take is written, so that its thread ends. Null if all clients are
+    /// being served.
     Place* enter(int descriptor);
 
     /// To be called before the descriptor is closed, so that nobody ends its successor of the same
@@ -65,7 +77,7 @@ public:
     bool waitUntilEmpty(Clock::time_point end);
 
 private:
-    Place* findSilent() ZORVA_REQUIRES_SHARED(mutex_);
+    Place* findSilent() ZORVA_REQUIRES(mutex_);
 
     const std::size_t limit_;
     base::Mutex mutex_;

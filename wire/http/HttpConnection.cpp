@@ -105,10 +105,26 @@ private:
         }
         std::string head;
         appendHead(head, response, connection);
+        return writeAnswer(head, response.body) && keepAlive;
+    }
+
+    /// Returns whether the client took it all. If it did not, nothing else can be written.
+    bool writeAnswer(std::string_view head, std::string_view body) {
         stream_.setDeadline(limits_.responseTime);
         place_.restartSilence();
-        stream_.write(head, response.body);
-        return keepAlive;
+        try {
+            while (!head.empty() || !body.empty()) {
+                if (stream_.writeSome(head, body)) {
+                    place_.restartSilence();
+                    place_.serveClient();
+                } else {
+                    place_.awaitClient(ConnectionPlaces::Wait::untilTaken);
+                }
+            }
+            return true;
+        } catch (const StreamEnded&) {
+            return false;
+        }
     }
 
     std::optional<HttpResponse> askGate() {
@@ -124,9 +140,9 @@ private:
         constexpr int first = 16;  // of the longest
         guessTime_ = guessTime_.count() == 0 ? limits_.passwordTime / first
                                              : std::min(2 * guessTime_, limits_.passwordTime);
-        // It may give way while it waits: guesses take nobody's place.
+        // It may give way while it waits: guesses take nobody's place, nor do those that follow.
         place_.restartSilence();
-        place_.awaitClient();
+        place_.awaitClient(ConnectionPlaces::Wait::asPenalty);
         stream_.pause(guessTime_);
         place_.serveClient();
     }

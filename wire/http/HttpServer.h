@@ -44,7 +44,8 @@ using HttpGate = std::function<std::optional<HttpResponse>(int socket)>;
 /// as HTTP/1.0 and 1.1 say.
 ///
 /// When as many connections are open as may be, the one whose client has been silent for longest is
-/// answered 503 in favour of a new one; if all are being served, the new one is.
+/// answered 503 in favour of a new one; if all are being served, the new one is. A client that does
+/// not take its answer, or that waits after a wrong password, is silent; the former is told nothing.
 ///
 /// Where the handler answers 401 to a request with an Authorization, the answer waits, with each on
 /// the same connection for twice as long as before.

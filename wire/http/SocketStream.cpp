@@ -64,29 +64,34 @@ std::size_t SocketStream::read(char* buffer, std::size_t size) {
     }
 }
 
+bool SocketStream::writeSome(std::string_view& head, std::string_view& body) {
+    checkDeadline();
+    std::array<iovec, 2> parts{};
+    // sendmsg() does not write to what it sends.
+    parts[0].iov_base = const_cast<char*>(head.data());
+    parts[0].iov_len = head.size();
+    parts[1].iov_base = const_cast<char*>(body.data());
+    parts[1].iov_len = body.size();
+    msghdr message{};
+    message.msg_iov = parts.data();
+    message.msg_iovlen = parts.size();
+    const ssize_t count = sendmsg(socket_.get(), &message, MSG_NOSIGNAL);
+    if (count < 0) {
+        if (!isTick()) {
+            throw StreamEnded{StreamEnd::failed};
+        }
+        return false;
+    }
+    const auto sent = static_cast<std::size_t>(count);
+    const std::size_t ofHead = sent < head.size() ? sent : head.size();
+    head.remove_prefix(ofHead);
+    body.remove_prefix(sent - ofHead);
+    return sent > 0;
+}
+
 void SocketStream::write(std::string_view head, std::string_view body) {
     while (!head.empty() || !body.empty()) {
-        checkDeadline();
-        std::array<iovec, 2> parts{};
-        // sendmsg() does not write to what it sends.
-        parts[0].iov_base = const_cast<char*>(head.data());
-        parts[0].iov_len = head.size();
-        parts[1].iov_base = const_cast<char*>(body.data());
-        parts[1].iov_len = body.size();
-        msghdr message{};
-        message.msg_iov = parts.data();
-        message.msg_iovlen = parts.size();
-        const ssize_t count = sendmsg(socket_.get(), &message, MSG_NOSIGNAL);
-        if (count < 0) {
-            if (!isTick()) {
-                throw StreamEnded{StreamEnd::failed};
-            }
-            continue;
-        }
-        const auto sent = static_cast<std::size_t>(count);
-        const std::size_t ofHead = sent < head.size() ? sent : head.size();
-        head.remove_prefix(ofHead);
-        body.remove_prefix(sent - ofHead);
+        writeSome(head, body);
     }
 }
 

@@ -27,7 +27,7 @@ class SocketStream {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// `precision`: how late a deadline may be noticed.
+    /// `precision`: how late a deadline may be noticed, and how long writeSome() waits.
     SocketStream(base::FileDescriptor socket, std::chrono::milliseconds precision);
 
     /// For every transfer from now on.
@@ -36,6 +36,10 @@ public:
 
     /// Waits for bytes; returns how many were read, at least one. Throws StreamEnded.
     std::size_t read(char* buffer, std::size_t size);
+
+    /// Writes what the peer takes without a wait longer than the precision, and takes it off both
+    /// parts. Returns whether that was anything. Throws StreamEnded.
+    bool writeSome(std::string_view& head, std::string_view& body);
 
     /// Writes everything of both parts. Throws StreamEnded.
     void write(std::string_view head, std::string_view body = {});

@@ -54,6 +54,20 @@ protected:
 
     int statusFor(const std::string& request) const { return statusOf(answer(request)); }
 
+    /// What a client is told that comes again as long as there is no place for it, ten seconds at
+    /// most.
+    int statusOfNextClient() const {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        int status = 503;
+        while (status == 503 && std::chrono::steady_clock::now() < end) {
+            RawConnection next(port());
+            next.send("POST /next HTTP/1.1\r\nContent-Length: 0\r\n\r\n");
+            status = statusOf(next.readResponse());
+            std::this_thread::sleep_for(milliseconds(5));
+        }
+        return status;
+    }
+
     std::unique_ptr<HttpServer> server_;
 };
 
@@ -336,16 +350,18 @@ TEST_F(HttpServerTest, aWrongPasswordThatWaitsTakesNobodysPlace) {
     start(limits, [](HttpRequest&& request) {
         return HttpResponse{findField(request.fields, "Authorization") ? 401U : 200U, {}, {}};
     });
-    RawConnection guessing(port());
-    guessing.send("POST / HTTP/1.1\r\nAuthorization: Basic x\r\nContent-Length: 0\r\n\r\n");
-    int status = 503;
-    while (status == 503) {
-        RawConnection next(port());
-        next.send(small);
-        status = statusOf(next.readResponse());
+    const std::string guess =
+        "POST / HTTP/1.1\r\nAuthorization: Basic x\r\nContent-Length: 0\r\n\r\n";
+    std::string guesses;  // more than the server reads at once, so that some stay unread
+    while (guesses.size() < 40UL * 1024) {
+        guesses += guess;
     }
-    EXPECT_EQ(status, 200);
-    EXPECT_EQ(statusOf(guessing.readAll()), 401) << "at once";
+    for (const std::string& sent : {guess, guesses}) {
+        RawConnection guessing(port());
+        guessing.send(sent);
+        EXPECT_EQ(statusOfNextClient(), 200);
+        EXPECT_EQ(statusOf(guessing.readAll()), 401) << "at once";
+    }
 }
 
 TEST_F(HttpServerTest, aGateIsAskedOnceForEachConnection) {
@@ -454,6 +470,44 @@ TEST_F(HttpServerTest, anAnswerThatIsNotTakenIsGivenUp) {
         status = statusOf(next.readAll());
     }
     EXPECT_EQ(status, 400) << "the place is free again";
+}
+
+TEST_F(HttpServerTest, whoDoesNotTakeTheAnswerGivesWay) {
+    HttpLimits limits = shortTimes();
+    limits.responseTime = std::chrono::hours(1);
+    limits.connections = 1;
+    constexpr std::size_t bodyBytes = 32UL * 1024 * 1024;
+    start(limits, [](HttpRequest&& request) {
+        const bool isLarge = request.target == "/x";
+        return HttpResponse{200, {}, std::string(isLarge ? bodyBytes : 0, 'x')};
+    });
+    RawConnection greedy(port());
+    // What it sends meanwhile does not keep the place.
+    greedy.send(small + small);
+    EXPECT_EQ(statusOfNextClient(), 200);
+    const std::string taken = greedy.readAll();
+    EXPECT_EQ(statusOf(taken), 200);
+    EXPECT_LT(taken.size(), bodyBytes);
+    EXPECT_EQ(taken.find("HTTP/1.1 ", 1), std::string::npos) << "no 503 inside the answer";
+}
+
+TEST_F(HttpServerTest, whoTakesTheAnswerKeepsThePlace) {
+    HttpLimits limits;
+    limits.connections = 1;
+    constexpr std::size_t bodyBytes = 32UL * 1024 * 1024;
+    start(limits, [](HttpRequest&&) { return HttpResponse{200, {}, std::string(bodyBytes, 'x')}; });
+    RawConnection taking(port());
+    taking.send(small);
+    std::atomic<bool> done{false};
+    std::thread others([&] {
+        while (!done) {
+            RawConnection next(port());
+            std::this_thread::sleep_for(milliseconds(1));
+        }
+    });
+    EXPECT_EQ(bodyOf(taking.readResponse()).size(), bodyBytes);
+    done = true;
+    others.join();
 }
 
 TEST_F(HttpServerTest, aSlowAnswerHoldsUpNobodyElse) {
