@@ -42,27 +42,26 @@ std::string placeholder(std::size_t number, std::size_t length) {
     return text.substr(text.size() - length);
 }
 
-/// Sees to one list, line by line.
+/// Sees to one list, line by line; its text must outlive this object.
 class Redaction {
 public:
     /// The line, which has no line feed, as it may be published.
     std::string publishable(std::string_view line);
 
 private:
+    bool isOfRootHub() const;
     std::string replaced(std::string_view serial);
 
     std::map<std::string, std::string, std::less<>> placeholders_;
     std::map<std::size_t, std::size_t> counts_;  ///< of placeholders, by their length
-    bool isRootHub_ = false;
+    std::string_view topology_;   ///< the last "T:" line, which is read only for a serial number
     bool isAfterSerial_ = false;  ///< no line that a list has stands since
 };
 
 std::string Redaction::publishable(std::string_view line) {
     constexpr std::string_view label = "SerialNumber=";
     if (isTopology(line)) {
-        Device device;
-        readTopologyLine(line.substr(2), device);
-        isRootHub_ = device.level == 0U;
+        topology_ = line.substr(2);
     }
     const auto found = line.find(label);
     if (found == std::string_view::npos && (isListLine(line) || !isAfterSerial_)) {
@@ -73,7 +72,13 @@ std::string Redaction::publishable(std::string_view line) {
     const auto begin = found == std::string_view::npos ? 0 : found + label.size();
     const auto serial = line.substr(begin);
     return std::string(line.substr(0, begin)) +
-           (isRootHub_ ? std::string(serial) : replaced(serial));
+           (isOfRootHub() ? std::string(serial) : replaced(serial));
+}
+
+bool Redaction::isOfRootHub() const {
+    Device device;
+    readTopologyLine(topology_, device);
+    return device.level == 0U;
 }
 
 std::string Redaction::replaced(std::string_view serial) {
