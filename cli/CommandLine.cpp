@@ -76,6 +76,19 @@ DevicesRequest devicesRequest(const options::ParsedLine& line) {
     return request;
 }
 
+DiffRequest diffRequest(const options::ParsedLine& line) {
+    DiffRequest request;
+    request.before = line.operands.front();
+    if (line.operands.size() > 1) {
+        request.after = line.operands.back();
+    }
+    request.json = line.has("json");
+    if (request.before == "-" && request.after == "-") {
+        throw UsageError("standard input (-) can be one of the lists, not both");
+    }
+    return request;
+}
+
 }  // namespace
 
 CommandLine readCommandLine(const std::vector<std::string>& words) {
@@ -94,6 +107,9 @@ CommandLine readCommandLine(const std::vector<std::string>& words) {
     }
     if (isCommand(line, "record")) {
         return RecordRequest{line.argument("devices"), line.argument("output"), line.has("redact")};
+    }
+    if (isCommand(line, "diff")) {
+        return diffRequest(line);
     }
     Invocation invocation;
     invocation.command = serverCommands().at(line.command->name);

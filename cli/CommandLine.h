@@ -40,6 +40,13 @@ struct RecordRequest {
     bool redact = false;
 };
 
+/// The differences between two lists were asked for.
+struct DiffRequest {
+    std::string before;                ///< name as given
+    std::optional<std::string> after;  ///< likewise; none: this machine's
+    bool json = false;
+};
+
 /// Help was asked for: on a command of program(), or on all (null).
 struct HelpRequest {
     const options::Command* command = nullptr;
@@ -53,8 +60,8 @@ struct CompletionRequest {
 };
 
 /// What a command line asks for.
-using CommandLine = std::variant<Invocation, DevicesRequest, RecordRequest, HelpRequest,
-                                 VersionRequest, CompletionRequest>;
+using CommandLine = std::variant<Invocation, DevicesRequest, RecordRequest, DiffRequest,
+                                 HelpRequest, VersionRequest, CompletionRequest>;
 
 /// Reads the words after the program's name. Options may stand before and after the command.
 ///

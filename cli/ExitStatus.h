@@ -9,6 +9,7 @@ namespace usbhcdiag {
 enum ExitStatus : int {
     exitSuccess = 0,                 ///< done; for `run`: the result passed
     exitFailure = 1,                 ///< could not be done, or the result did not pass
+    exitDifferent = 1,               ///< `diff`: the lists differ
     exitUsage = options::exitUsage,  ///< the command line makes no sense
     exitNothingRead = 3,             ///< the test ran, but had no device list to read
 };

@@ -94,6 +94,22 @@ std::vector<options::Command> allCommands() {
          "  usbhcdiag record --redact -o list.txt     to attach to a bug report\n"
          "  usbhcdiag record --redact --devices old.txt >list.txt\n",
          {"output", "redact", "devices", "help"}},
+        {"diff",
+         "tell what has changed between two lists of devices",
+         "Tells which devices the list NEW has more or less than the list OLD, and which have\n"
+         "moved to another port or have another speed, configuration, driver or serial\n"
+         "number: a line for each, and nothing if the lists are the same. Lists are what\n"
+         "`record` writes, - for standard input; without NEW it is this machine's.\n"
+         "\n"
+         "A device is known by vendor, product and serial number; without a serial number,\n"
+         "one of a kind is taken for another. Numbers on the bus, bandwidth, names and\n"
+         "versions are not compared.\n"
+         "\n"
+         "Exit status: 0 the same, 1 differences, 3 a list cannot be read, or is none.\n",
+         "  usbhcdiag diff yesterday.txt              what has changed since\n"
+         "  usbhcdiag diff before.txt after.txt --json | jq '.differences[].kind'\n",
+         {"json", "help"},
+         {options::Argument{"OLD", true}, options::Argument{"NEW", true, {}, true}}},
         {"tests",
          "list the diagnostic tests",
          "Lists the diagnostic tests that the server offers, with --json as an array of\n"
@@ -172,8 +188,9 @@ const options::Program& program() {
         "  usbhcdiag devices --tree  all its USB devices, below their hubs\n"
         "  usbhcdiag elements        the host controllers it can be filed under\n"
         "\n"
-        "Exit status: 0 done (run: the result passed), 1 a failure (run: the result did not\n"
-        "pass), 2 wrong usage, 3 the test had no device list to read.\n"
+        "Exit status: 0 done (run: the result passed; diff: no difference), 1 a failure (run:\n"
+        "the result did not pass; diff: differences), 2 wrong usage, 3 there was no device\n"
+        "list to read.\n"
         "\n"
         "NO_COLOR in the environment turns colours off. The manual: man usbhcdiag\n",
         allOptions(),

@@ -60,6 +60,10 @@ ExitStatus perform(const RecordRequest& request) {
     return recordList(request);
 }
 
+ExitStatus perform(const DiffRequest& request) {
+    return compareLists(request);
+}
+
 ExitStatus perform(const HelpRequest& request) {
     std::cout << (request.command == nullptr ? options::programHelp(program())
                                              : options::commandHelp(program(), *request.command));

@@ -21,5 +21,6 @@ ExitStatus printMof(Server& server, const Invocation& invocation);
 // The commands that ask no server.
 ExitStatus listDevices(const DevicesRequest& request);
 ExitStatus recordList(const RecordRequest& request);
+ExitStatus compareLists(const DiffRequest& request);
 
 }  // namespace usbhcdiag

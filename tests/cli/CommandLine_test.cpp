@@ -162,6 +162,24 @@ TEST(CommandLine, RecordTakesAListAndAFileToWrite) {
     EXPECT_EQ(complaint({"run", "-o", "out"}), "`run` does not take --output");
 }
 
+TEST(CommandLine, DiffTakesOneListOrTwo) {
+    const auto diff = [](const std::vector<std::string>& words) {
+        return std::get<DiffRequest>(readCommandLine(words));
+    };
+    EXPECT_EQ(diff({"diff", "old"}).before, "old");
+    EXPECT_FALSE(diff({"diff", "old"}).after);
+    EXPECT_FALSE(diff({"diff", "old"}).json);
+    const DiffRequest full = diff({"-j", "diff", "-", "new"});
+    EXPECT_EQ(full.before, "-");
+    EXPECT_EQ(full.after, "new");
+    EXPECT_TRUE(full.json);
+    EXPECT_EQ(complaint({"diff"}), "`diff` needs OLD");
+    EXPECT_EQ(complaint({"diff", "a", "b", "c"}), "`diff` does not take \"c\"");
+    EXPECT_EQ(complaint({"diff", "-", "-"}),
+              "standard input (-) can be one of the lists, not both");
+    EXPECT_EQ(complaint({"diff", "a", "--devices", "b"}), "`diff` does not take --devices");
+}
+
 TEST(CommandLine, DevicesTakesOneListAndNoServer) {
     EXPECT_THROW(readCommandLine({"devices", "a", "--devices", "b"}), options::UsageError);
     EXPECT_THROW(readCommandLine({"devices", "a", "b"}), options::UsageError);

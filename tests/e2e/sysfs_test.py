@@ -164,6 +164,19 @@ class Record(Case):
         self.assertIn("this machine shows no USB host controller", run.stderr)
 
 
+class Diff(Case):
+    def test_without_a_second_list_it_is_this_machines(self):
+        path = os.path.join(os.path.dirname(self.sysfs), "list")
+        run = self.as_somebody("diff", path)
+        self.assertEqual((run.stdout, run.stderr, run.returncode), ("", "", 0))
+        Path(path).write_text(LIST.replace("Driver=usbhid", "Driver=(none)"))
+        run = self.as_somebody("diff", path)
+        # The maker may come from the hardware database.
+        self.assertRegex(run.stdout, r"^CHANGE .*\nchanged  1-3   046d:c00e  .*Optical Mouse  "
+                                     r"driver of interface 0: usbhid, was \(none\)\n$")
+        self.assertEqual((run.stderr, run.returncode), ("", 1))
+
+
 if __name__ == "__main__":
     require_namespaces()
     unittest.main(verbosity=2)

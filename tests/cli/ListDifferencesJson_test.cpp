@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "cli/ListDifferencesJson.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "devicelist/DeviceListReader.h"
+
+namespace usbhcdiag {
+namespace {
+
+Json between(const std::string& before, const std::string& after) {
+    return Json::parse(documentOf(
+        differencesJson({devicelist::readDeviceList(before), devicelist::readDeviceList(after)})));
+}
+
+std::string device(const std::string& port, const std::string& driver) {
+    return "T:  Bus=01 Lev=01 Prnt=01 Port=0" + port +
+           " Cnt=01 Dev#=  2 Spd=1.5  MxCh= 0\n"
+           "P:  Vendor=046d ProdID=c00e Rev= 1.00\n"
+           "S:  Product=M\xFFuse\n"
+           "C:* #Ifs= 1 Cfg#= 1 Atr=80 MxPwr=100mA\n"
+           "I:* If#= 0 Alt= 0 #EPs= 0 Cls=03(HID  ) Sub=01 Prot=02 Driver=" +
+           driver + "\n";
+}
+
+TEST(ListDifferencesJson, HasBothSidesOfADevice) {
+    EXPECT_EQ(between(device("0", "usbhid"), device("1", "(none)")), Json::parse(R"({
+        "format_version": 1, "same": false, "differences": [
+            {"kind": "moved", "id": "046d:c00e", "vendor": null, "product": "M\uFFFDuse",
+             "changed": ["port", "driver"],
+             "before": {"port_path": "1-1", "serial": null, "speed_mbps": 1.5, "configuration": 1,
+                        "max_power_ma": 100, "drivers": {"0": "usbhid"}},
+             "after": {"port_path": "1-2", "serial": null, "speed_mbps": 1.5, "configuration": 1,
+                       "max_power_ma": 100, "drivers": {"0": null}}}]})"));
+}
+
+TEST(ListDifferencesJson, HasNullForASideThatIsNotThere) {
+    const std::string bare = "T:\n";
+    const Json removed = between(bare, "")["differences"][0];
+    EXPECT_EQ(removed, Json::parse(R"({
+        "kind": "removed", "id": null, "vendor": null, "product": null, "changed": [],
+        "before": {"port_path": null, "serial": null, "speed_mbps": null, "configuration": null,
+                   "max_power_ma": null, "drivers": {}},
+        "after": null})"));
+    const Json added = between("", bare)["differences"][0];
+    EXPECT_EQ(added["kind"], "added");
+    EXPECT_EQ(added["before"], Json());
+    EXPECT_EQ(added["after"], removed["before"]);
+}
+
+TEST(ListDifferencesJson, SaysThatListsAreTheSame) {
+    EXPECT_EQ(between("T:\n", "T:\n"),
+              Json::parse(R"({"format_version": 1, "same": true, "differences": []})"));
+}
+
+}  // namespace
+}  // namespace usbhcdiag
