@@ -82,6 +82,20 @@ constexpr unsigned digitValue(char32_t character) {
     return letter >= 'a' && letter <= 'f' ? letter - U'a' + 10 : notADigit;
 }
 
+/// The hexadecimal digits by their values.
+constexpr std::string_view lowerHexDigits = "0123456789abcdef";
+constexpr std::string_view upperHexDigits = "0123456789ABCDEF";
+
+/// Whether the text is made of decimal digits alone, or empty.
+constexpr bool isAllDigits(std::string_view text) {
+    for (const char character : text) {
+        if (!isDigit(character)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 /// Whether two texts are the same apart from the case of A to Z.
 inline bool equalIgnoringCase(std::string_view left, std::string_view right) {
     return std::equal(left.begin(), left.end(), right.begin(), right.end(),

@@ -20,7 +20,7 @@ Progress::Progress(const std::string& text) {
 Progress::~Progress() {
     if (thread_.joinable()) {
         {
-            const std::lock_guard lock(mutex_);
+            const base::MutexLock lock(mutex_);
             isEnded_ = true;
         }
         ended_.notify_one();
@@ -31,11 +31,12 @@ Progress::~Progress() {
 void Progress::show(const std::string& text) {
     using namespace std::chrono;
     const auto start = steady_clock::now();
-    std::unique_lock lock(mutex_);
-    do {
+    base::MutexLock lock(mutex_);
+    while (!isEnded_) {
         const auto gone = duration_cast<seconds>(steady_clock::now() - start);
         std::cerr << "\r" << text << " ... " << gone.count() << " s" << std::flush;
-    } while (!ended_.wait_for(lock, milliseconds(250), [this] { return isEnded_; }));
+        lock.waitUntil(ended_, steady_clock::now() + milliseconds(250));
+    }
     std::cerr << "\r\033[K" << std::flush;
 }
 

@@ -3,9 +3,10 @@
 #pragma once
 
 #include <condition_variable>
-#include <mutex>
 #include <string>
 #include <thread>
+
+#include "base/ThreadSafety.h"
 
 namespace usbhcdiag {
 
@@ -22,9 +23,9 @@ public:
 private:
     void show(const std::string& text);
 
-    std::mutex mutex_;
+    base::Mutex mutex_;
     std::condition_variable ended_;
-    bool isEnded_ = false;
+    bool isEnded_ ZORVA_GUARDED_BY(mutex_) = false;
     std::thread thread_;
 };
 

@@ -43,7 +43,7 @@ std::vector<options::Command> allCommands() {
          "run the test and print its report",
          "Runs the diagnostic test on one USB host controller and prints the report, one\n"
          "line of \"TestResults\" per line and nothing else: a block for each USB device, a\n"
-         "line of ten blanks behind each block.\n"
+         "line of ten blanks after each block.\n"
          "\n"
          "The test always reads the whole device list. The host controller chosen (without\n"
          "--element the first) is the one that the result is filed under.\n"

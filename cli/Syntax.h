@@ -7,6 +7,7 @@
 
 namespace usbhcdiag {
 
+/// Lives as long as the process. Any thread may call it.
 const options::Program& program();
 
 }  // namespace usbhcdiag

@@ -10,10 +10,6 @@
 namespace usbhcdiag {
 namespace {
 
-bool isControl(char32_t character) {
-    return character < 0x20 || (character >= 0x7F && character < 0xA0);
-}
-
 /// The system's knowledge of characters, whatever the user's locale is.
 locale_t characterLocale() {
     static const locale_t locale = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
@@ -21,22 +17,6 @@ locale_t characterLocale() {
 }
 
 }  // namespace
-
-std::string withoutControls(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    while (!text.empty()) {
-        const base::Utf8Sequence sequence = base::readUtf8(text.data(), text.size());
-        const std::size_t length = sequence.length > 0 ? sequence.length : 1;
-        if (sequence.length == 0 || isControl(sequence.code)) {
-            base::appendUtf8(result, base::replacementCharacter);
-        } else {
-            result += text.substr(0, length);
-        }
-        text.remove_prefix(length);
-    }
-    return result;
-}
 
 std::string linesWithoutControls(std::string_view text) {
     std::string result;

@@ -7,14 +7,13 @@
 #include <string>
 #include <string_view>
 
+#include "base/ControlCharacters.h"
+
 namespace usbhcdiag {
 
-/// `text` with each control character (C0, DEL, C1) replaced by U+FFFD, so that a device's name
-/// can neither move the cursor nor break a line; likewise each byte that is no UTF-8, some of which
-/// are control characters to some terminals.
-std::string withoutControls(std::string_view text);
+using base::withoutControls;
 
-/// The same for text of several lines: line feeds stay.
+/// withoutControls() for text of several lines: line feeds stay.
 std::string linesWithoutControls(std::string_view text);
 
 /// `text` with each line feed replaced by U+FFFD: one line stays one line.

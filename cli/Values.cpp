@@ -9,6 +9,7 @@
 #include <Pegasus/Common/CIMProperty.h>
 #include <nlohmann/json.hpp>
 
+#include "base/Ascii.h"
 #include "base/Integers.h"
 #include "wire/cimxml/StringConversion.h"
 
@@ -72,7 +73,7 @@ std::string mofConstant(const Json& json) {
     }
     std::string text = "\"";
     for (const char character : json.get<std::string>()) {
-        constexpr const char* digits = "0123456789ABCDEF";
+        constexpr std::string_view digits = base::upperHexDigits;
         const auto byte = static_cast<unsigned char>(character);
         if (character == '"' || character == '\\') {
             text += std::string("\\") + character;

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/Ascii.h"
+
 namespace Pegasus {
 namespace {
 
@@ -14,7 +16,7 @@ bool isControl(Char16 character) {
 }
 
 void appendEscaped(std::vector<Char16>& text, Uint16 code) {
-    constexpr std::string_view digits = "0123456789abcdef";
+    constexpr std::string_view digits = base::lowerHexDigits;
     for (const char part : {'\\', 'x', digits[code >> 4U], digits[code & 0xFU]}) {
         text.emplace_back(static_cast<Uint16>(part));
     }

@@ -3,38 +3,15 @@
 // a response. A refusal is an outcome; what is answered must be a document that the client understands.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
-#include <Pegasus/Common/Exception.h>
-
-#include "servers/cimhost/protocol/RequestHandler.h"
+#include "fuzz/AnswerRequest.h"
 #include "tests/servers/cimhost/protocol/ReplayOperations.h"
-#include "wire/cimxml/CimRequest.h"
-#include "wire/cimxml/CimResponse.h"
 #include "wire/cimxml/XmlError.h"
 
 namespace {
 
 using namespace cimhost;
-
-void asRequest(const std::string& text, Operations& operations) {
-    std::string answer;
-    try {
-        const wire::XmlDocument document(text);
-        answer = handleRequest(wire::readRequest(document), operations);
-    } catch (const wire::XmlError&) {
-        return;
-    }
-    try {
-        const wire::XmlDocument document(answer);
-        wire::readResponse(document);
-    } catch (const wire::XmlError&) {
-        std::abort();
-    } catch (const Pegasus::CIMException&) {
-        // The operation failed and said so.
-    }
-}
 
 void asResponse(const std::string& text) {
     try {
@@ -49,7 +26,7 @@ void asResponse(const std::string& text) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static ReplayOperations operations(6, "CIM_ERR_NOT_FOUND: nothing is here");
     const std::string text(reinterpret_cast<const char*>(data), size);
-    asRequest(text, operations);
+    answerRequest(text, operations);
     asResponse(text);
     return 0;
 }

@@ -15,17 +15,12 @@
 #include <memory>
 #include <string>
 
-#include <Pegasus/Common/Exception.h>
-
 #include "contract/Names.h"
+#include "fuzz/AnswerRequest.h"
 #include "fuzz/PrivateView.h"
 #include "servers/cimhost/program/Host.h"
-#include "servers/cimhost/protocol/RequestHandler.h"
 #include "tests/support/Parameters.h"
 #include "tests/support/PrivateDeviceList.h"
-#include "wire/cimxml/CimRequest.h"
-#include "wire/cimxml/CimResponse.h"
-#include "wire/cimxml/XmlError.h"
 
 namespace {
 
@@ -75,24 +70,6 @@ void clearResults(Operations& operations) {
     }
 }
 
-void answer(const std::string& text, Operations& operations) {
-    std::string answer;
-    try {
-        const wire::XmlDocument document(text);
-        answer = handleRequest(wire::readRequest(document), operations);
-    } catch (const wire::XmlError&) {
-        return;
-    }
-    try {
-        const wire::XmlDocument document(answer);
-        wire::readResponse(document);
-    } catch (const wire::XmlError&) {
-        std::abort();
-    } catch (const Pegasus::CIMException&) {
-        // The operation failed and said so.
-    }
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
@@ -116,6 +93,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         host->terminate(std::chrono::seconds(20));
         host = makeHost();
     }
-    answer(std::string(reinterpret_cast<const char*>(data), size), host->operations());
+    answerRequest(std::string(reinterpret_cast<const char*>(data), size), host->operations());
     return 0;
 }

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What the completions for the different shells are made from.
+//
+// Functions without state that never fail; any thread may call them.
 #pragma once
 
 #include <functional>

@@ -48,7 +48,7 @@ VALUES = {
 
 
 def value(line, key, end):
-    """What stands in `line` behind `key` and before the next `end`."""
+    """What stands in `line` after `key` and before the next `end`."""
     pattern = re.escape(key) + (b"(.*)" if end is None else b"(.*?)" + re.escape(end))
     # ASCII letters alone have a case here, as in a bytes pattern.
     found = re.search(re.escape(key), line, re.IGNORECASE)

@@ -5,11 +5,6 @@
 #include <ostream>
 #include <streambuf>
 #include <string>
-#include <string_view>
-
-/// `text` with each control character (C0, DEL, C1) and each byte that is no UTF-8 replaced by U+FFFD.
-/// Any thread may call it.
-std::string withoutControls(std::string_view text);
 
 /// While the object exists, a stream that goes to a terminal replaces control characters, line by line;
 /// the stream keeps the end of a line back until its line feed. A stream that goes elsewhere is left

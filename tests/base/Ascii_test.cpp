@@ -113,6 +113,22 @@ TEST(Ascii, comparesWithoutCase) {
     EXPECT_FALSE(equalIgnoringCase("\xC9", "\xE9")) << "only ASCII letters have a case";
 }
 
+TEST(Ascii, tellsTextsOfDigits) {
+    EXPECT_TRUE(isAllDigits("0123456789"));
+    EXPECT_TRUE(isAllDigits(""));
+    for (const char* text : {"1a", "-1", " 1", "1.", "\xB2", "\u0661"}) {
+        EXPECT_FALSE(isAllDigits(text)) << text;
+    }
+}
+
+TEST(Ascii, listsHexadecimalDigitsByTheirValues) {
+    for (unsigned value = 0; value < 16; ++value) {
+        EXPECT_EQ(digitValue(lowerHexDigits[value]), value);
+        EXPECT_EQ(digitValue(upperHexDigits[value]), value);
+        EXPECT_EQ(toLower(upperHexDigits[value]), lowerHexDigits[value]);
+    }
+}
+
 }  // namespace
 
 }  // namespace base

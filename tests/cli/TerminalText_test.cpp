@@ -6,25 +6,6 @@
 namespace usbhcdiag {
 namespace {
 
-TEST(TerminalText, ReplacesEveryControlCharacter) {
-    EXPECT_EQ(withoutControls("a\x1B[31mb\tc\r\n\x7F"), "a\uFFFD[31mb\uFFFDc\uFFFD\uFFFD\uFFFD");
-    EXPECT_EQ(withoutControls("\u0080x\u009B31m\u009F"), "\uFFFDx\uFFFD31m\uFFFD");
-    EXPECT_EQ(withoutControls(std::string_view("\0", 1)), "\uFFFD");
-}
-
-TEST(TerminalText, KeepsEverythingElse) {
-    EXPECT_EQ(withoutControls("  M\u00FCller\u00A0\u00AE \u65E5 \U0001F50C"),
-              "  M\u00FCller\u00A0\u00AE \u65E5 \U0001F50C");
-}
-
-TEST(TerminalText, ReplacesWhatIsNotUtf8) {
-    EXPECT_EQ(withoutControls("cut \xC2"), "cut \uFFFD");
-    EXPECT_EQ(withoutControls("\x9B"
-                              "31m"),
-              "\uFFFD31m")
-        << "a control character to an 8-bit terminal";
-}
-
 TEST(TerminalText, KeepsTheLinesOfAText) {
     EXPECT_EQ(linesWithoutControls("a\x1B\n\nb\r\n"), "a\uFFFD\n\nb\uFFFD\n");
     EXPECT_EQ(linesWithoutControls(""), "");

@@ -14,7 +14,6 @@
 #include "tests/support/runCommand.h"
 #include "tests/usbdevices/readList.h"
 #include "usbdevices/DeviceReport.h"
-#include "usbdevices/TerminalOutput.h"
 
 namespace {
 
@@ -262,26 +261,6 @@ TEST(Driver, ElsewhereNamesAreAsTheyAre) {
     std::string expected = mouseBlock;
     expected.replace(expected.find("Mouse"), 5, oddName);
     EXPECT_EQ(runDriver().output, banner + expected);
-}
-
-TEST(TerminalOutput, ReplacesWhatIsNoCharacter) {
-    EXPECT_EQ(withoutControls(""), "");
-    EXPECT_EQ(withoutControls("\u00A0\u0800\uD7FF\uE000\U00010000\U0010FFFF ~"),
-              "\u00A0\u0800\uD7FF\uE000\U00010000\U0010FFFF ~");
-    for (const std::string_view none :
-         {"\x1F", "\x7F", "\xC2\x80", "\xC2\x9F", "\x80", "\xBF", "\xC2", "\xFF"}) {
-        EXPECT_EQ(withoutControls(none), "\uFFFD") << none;
-    }
-    for (const std::string_view none : {"\xC0\x9B", "\xC1\xBF", "\xE6\x97", "\xF5\x80"}) {
-        EXPECT_EQ(withoutControls(none), "\uFFFD\uFFFD") << none;
-    }
-    for (const std::string_view none : {"\xE0\x82\x9B", "\xED\xA0\x80", "\xF0\x9F\x92"}) {
-        EXPECT_EQ(withoutControls(none), "\uFFFD\uFFFD\uFFFD") << none;
-    }
-    EXPECT_EQ(withoutControls("\xF0\x8F\xBF\xBF"), "\uFFFD\uFFFD\uFFFD\uFFFD");
-    EXPECT_EQ(withoutControls("\xF4\x90\x80\x80"), "\uFFFD\uFFFD\uFFFD\uFFFD");
-    EXPECT_EQ(withoutControls("\xE6\x97x"), "\uFFFD\uFFFDx");
-    EXPECT_EQ(withoutControls(std::string_view("\0", 1)), "\uFFFD");
 }
 
 TEST(Driver, PrintsOnlyTheBannerForAnEmptyList) {

@@ -18,7 +18,7 @@ bool isUnreserved(char c) {
 }  // namespace
 
 std::string percentEncoded(std::string_view text) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
+    constexpr std::string_view digits = base::upperHexDigits;
     std::string encoded;
     for (const char c : text) {
         if (isUnreserved(c)) {

@@ -6,7 +6,7 @@
 
 namespace cimhost {
 
-/// Files of the same build folder or installation as the running program.
+/// Files of the same build folder or installation as the running program. A plain value.
 struct Installation {
     std::string mofFile;
     std::string providerLibrary;
@@ -14,6 +14,7 @@ struct Installation {
 
 /// Looks from the program's own folder, so that a build folder and a moved installation work alike.
 /// A file that is nowhere is given where it should be installed; whoever opens it says so.
+/// Any thread may call it.
 Installation findInstallation();
 
 }  // namespace cimhost

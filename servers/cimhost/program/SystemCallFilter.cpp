@@ -22,15 +22,6 @@
 #define ZORVA_AUDIT_ARCH AUDIT_ARCH_AARCH64
 #endif
 
-// clang says it with __has_feature, g++ with a macro.
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define ZORVA_LEAK_CHECK
-#endif
-#elif defined(__SANITIZE_ADDRESS__)
-#define ZORVA_LEAK_CHECK
-#endif
-
 namespace cimhost {
 
 #ifdef ZORVA_AUDIT_ARCH
@@ -52,14 +43,14 @@ constexpr std::uint32_t refusedCalls[] = {
     SYS_open_by_handle_at, SYS_name_to_handle_at, SYS_fanotify_init, SYS_quotactl, SYS_swapon,
     SYS_swapoff,
     // the kernel and the machine
-    SYS_init_module, SYS_finit_module, SYS_delete_module, SYS_kexec_load, SYS_bpf,
-    SYS_perf_event_open, SYS_userfaultfd, SYS_syslog, SYS_reboot, SYS_acct, SYS_vhangup,
+    SYS_init_module, SYS_finit_module, SYS_delete_module, SYS_kexec_load, SYS_kexec_file_load,
+    SYS_bpf, SYS_perf_event_open, SYS_userfaultfd, SYS_syslog, SYS_reboot, SYS_acct, SYS_vhangup,
     SYS_sethostname, SYS_setdomainname, SYS_settimeofday, SYS_clock_settime, SYS_adjtimex,
     SYS_clock_adjtime,
     // keys
     SYS_add_key, SYS_request_key, SYS_keyctl,
 #ifdef __x86_64__
-    SYS_mknod, SYS_iopl, SYS_ioperm, SYS_modify_ldt, SYS_kexec_file_load,
+    SYS_mknod, SYS_iopl, SYS_ioperm, SYS_modify_ldt,
 #endif
     // From here on every processor numbers them alike; older headers do not name them.
     425,  // io_uring_setup

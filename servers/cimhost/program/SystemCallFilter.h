@@ -2,6 +2,15 @@
 // The system calls that cimhost does without.
 #pragma once
 
+// Whether this is a build with AddressSanitizer: clang says it with __has_feature, g++ with a macro.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define ZORVA_LEAK_CHECK
+#endif
+#elif defined(__SANITIZE_ADDRESS__)
+#define ZORVA_LEAK_CHECK
+#endif
+
 namespace cimhost {
 
 /// Has the kernel refuse (seccomp) what cimhost never does, but somebody who got hold of it might:

@@ -62,8 +62,8 @@ std::string extensionNumber(const wire::HttpFields& fields) {
     const std::string man = wire::findField(fields, "Man").value_or("");
     const std::string_view number = fieldParameter(man, "ns").value_or("");
     constexpr std::size_t mostDigits = 9;
-    const bool isNumber = !number.empty() && number.size() <= mostDigits &&
-                          number.find_first_not_of("0123456789") == std::string_view::npos;
+    const bool isNumber =
+        !number.empty() && number.size() <= mostDigits && base::isAllDigits(number);
     return std::string(isNumber ? number : defaultNumber);
 }
 

@@ -15,12 +15,6 @@ namespace cimhost {
 
 namespace {
 
-constexpr std::string_view digits = "0123456789";
-
-bool isPort(std::string_view text) {
-    return text.find_first_not_of(digits) == std::string_view::npos;
-}
-
 /// The name or address in a Host field, empty if there is none in it.
 std::string_view hostIn(std::string_view field) {
     const bool isBracketed = !field.empty() && field.front() == '[';
@@ -30,8 +24,9 @@ std::string_view hostIn(std::string_view field) {
         return isBracketed ? std::string_view() : host;
     }
     const std::string_view rest = field.substr(isBracketed ? end + 1 : end);
-    return rest.empty() || (rest.front() == ':' && isPort(rest.substr(1))) ? host
-                                                                           : std::string_view();
+    return rest.empty() || (rest.front() == ':' && base::isAllDigits(rest.substr(1)))
+               ? host
+               : std::string_view();
 }
 
 bool isThisMachine(std::string_view host) {

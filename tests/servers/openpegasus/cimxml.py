@@ -108,7 +108,7 @@ def parse_value(element):
 
 
 class MethodAnswer:
-    """Return value (text, or None where there is none) and out-parameters of a method."""
+    """Return value (text, or None if there is none) and out-parameters of a method."""
 
     def __init__(self, value, parameters):
         self.value = value

@@ -546,7 +546,7 @@ TEST_F(ServedProviderTest, RequestThatTerminateGaveUpOnIsServedToItsEnd) {
     const CIMObjectPath asked(String(), CIMNamespaceName(), CIMName("T_Link"), keys);
     std::promise<void> entered;
     std::promise<void> mayLeave;
-    // The first look fails, the names are slow, and the provider is needed once more behind them.
+    // The first look fails, the names are slow, and the provider is needed once more after them.
     script.get = [&](const CIMObjectPath& ref, ResponseHandler<CIMInstance>& handler) {
         if (!(ref == stored)) {
             throw BadReference("Invalid Reference");

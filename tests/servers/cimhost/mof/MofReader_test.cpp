@@ -47,7 +47,7 @@ protected:
         reader.readFile("main.mof", nameSpace_);
     }
 
-    /// Reads behind the declarations above, which stand on a line of their own.
+    /// Reads after the declarations above, which stand on a line of their own.
     void readDeclared(const std::string& text) {
         std::string head = declarations;
         for (char& character : head) {

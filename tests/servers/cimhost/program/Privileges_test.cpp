@@ -28,15 +28,7 @@
 
 #include <gtest/gtest.h>
 
-// The leak check of AddressSanitizer traces, and starts a program.
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define ZORVA_LEAK_CHECK
-#endif
-#endif
-#ifdef __SANITIZE_ADDRESS__
-#define ZORVA_LEAK_CHECK
-#endif
+#include "servers/cimhost/program/SystemCallFilter.h"
 
 namespace cimhost {
 namespace {
