@@ -110,20 +110,27 @@ CIMObjectPath Repository::createInstance(const CIMNamespaceName& nameSpace,
     return path;
 }
 
+CIMInstance Repository::find(const CIMNamespaceName& nameSpace, const CIMName& className,
+                             const std::string& identity) const {
+    const base::SharedLock lock(mutex_);
+    if (const Extent* const extent = findExtent(nameSpace, className)) {
+        const auto found = extent->byIdentity.find(identity);
+        if (found != extent->byIdentity.end()) {
+            return found->second->instance;
+        }
+    }
+    return CIMInstance();
+}
+
 CIMInstance Repository::getInstance(const CIMNamespaceName& nameSpace,
                                     const CIMObjectPath& path) const {
     schema_.requireClass(nameSpace, path.getClassName());
     const std::string identity = instanceIdentity(path);
-    {
-        const base::SharedLock lock(mutex_);
-        if (const Extent* const extent = findExtent(nameSpace, path.getClassName())) {
-            const auto found = extent->byIdentity.find(identity);
-            if (found != extent->byIdentity.end()) {
-                return found->second->instance.clone();
-            }
-        }
+    const CIMInstance stored = find(nameSpace, path.getClassName(), identity);
+    if (stored.isUninitialized()) {
+        notFound(path);
     }
-    notFound(path);
+    return stored.clone();
 }
 
 void Repository::modifyInstance(const CIMNamespaceName& nameSpace, const CIMObjectPath& path,
@@ -144,11 +151,11 @@ void Repository::modifyInstance(const CIMNamespaceName& nameSpace, const CIMObje
         const auto found = extent.byIdentity.find(identity);
         if (found != extent.byIdentity.end()) {
             Stored& stored = *found->second;
+            CIMInstance changed = stored.instance.clone();
             std::vector<Pegasus::CIMProperty> properties;
             std::size_t bytesOfOld = 0;
             for (const Change& change : accepted) {
-                properties.push_back(
-                    stored.instance.getProperty(stored.instance.findProperty(change.property)));
+                properties.push_back(changed.getProperty(changed.findProperty(change.property)));
                 bytesOfOld += sizeOf(properties.back().getValue());
             }
             if (bytesOfNew > bytesOfOld) {
@@ -158,6 +165,7 @@ void Repository::modifyInstance(const CIMNamespaceName& nameSpace, const CIMObje
                 properties[i].setValue(accepted[i].value);
                 properties[i].setPropagated(false);
             }
+            stored.instance = std::move(changed);
             stored.bytes += bytesOfNew - bytesOfOld;
             bytes_ += bytesOfNew - bytesOfOld;
             return;
@@ -187,12 +195,20 @@ void Repository::deleteInstance(const CIMNamespaceName& nameSpace, const CIMObje
 Pegasus::Array<CIMInstance> Repository::enumerateInstances(const CIMNamespaceName& nameSpace,
                                                            const CIMName& className) const {
     schema_.requireClass(nameSpace, className);
-    Pegasus::Array<CIMInstance> result;
-    const base::SharedLock lock(mutex_);
-    if (const Extent* const extent = findExtent(nameSpace, className); extent != nullptr) {
-        for (const Stored& stored : extent->instances) {
-            result.append(stored.instance.clone());
+    std::vector<CIMInstance> found;
+    {
+        const base::SharedLock lock(mutex_);
+        if (const Extent* const extent = findExtent(nameSpace, className); extent != nullptr) {
+            found.reserve(extent->instances.size());
+            for (const Stored& stored : extent->instances) {
+                found.push_back(stored.instance);
+            }
         }
+    }
+    Pegasus::Array<CIMInstance> result;
+    result.reserveCapacity(static_cast<Uint32>(found.size()));
+    for (const CIMInstance& stored : found) {
+        result.append(stored.clone());
     }
     return result;
 }

@@ -24,8 +24,8 @@ namespace cimhost {
 /// Any number of threads may call any operation; instances handed out are the caller's own.
 /// Refusals are CIMExceptions as OpenPegasus answers them: CIM_ERR_INVALID_NAMESPACE and
 /// CIM_ERR_INVALID_CLASS with the name, CIM_ERR_NOT_FOUND and CIM_ERR_ALREADY_EXISTS with the path.
-/// What a request's paths take to be read, compared or written is done without the lock, so that
-/// it holds up nobody else.
+/// What a request's paths take to be read, compared or written is done without the lock, and so is
+/// the copying of instances, so that it holds up nobody else.
 class Repository {
 public:
     /// Instances of all classes together; one more is CIM_ERR_SERVER_LIMITS_EXCEEDED.
@@ -67,7 +67,7 @@ public:
 
 private:
     struct Stored {
-        Pegasus::CIMInstance instance;
+        Pegasus::CIMInstance instance;  // never changed, only replaced: it is cloned without the lock
         std::size_t bytes;
     };
     using Instances = std::list<Stored>;
@@ -78,6 +78,10 @@ private:
         std::unordered_map<std::string, Instances::iterator> byIdentity;
     };
     using Extents = std::map<Pegasus::CIMName, Extent, NameOrder>;
+
+    /// The stored instance itself, not to be changed; a null handle if there is none.
+    Pegasus::CIMInstance find(const Pegasus::CIMNamespaceName& nameSpace,
+                              const Pegasus::CIMName& className, const std::string& identity) const;
 
     /// Null where there are no instances of the class.
     const Extent* findExtent(const Pegasus::CIMNamespaceName& nameSpace,

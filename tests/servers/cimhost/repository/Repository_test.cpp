@@ -2,6 +2,7 @@
 // The repository keeps instances as OpenPegasus' repository was seen to keep them.
 #include "servers/cimhost/repository/Repository.h"
 
+#include <atomic>
 #include <string>
 #include <thread>
 #include <vector>
@@ -308,6 +309,36 @@ TEST_F(RepositoryTest, WhatIsNotThereCannotBeChanged) {
     EXPECT_EQ(
         refusal([&] { repository_.modifyInstance(nameSpace_, name, changes, CIMPropertyList()); }),
         "6 T_Thing.Id=1,Name=\"a\"");
+}
+
+TEST_F(RepositoryTest, NobodySeesAnInstanceHalfChanged) {
+    const auto noteOf = [](Uint16 size) { return String(std::to_string(size).c_str()); };
+    CIMInstance changes("T_Thing");
+    changes.addProperty(CIMProperty(CIMName("Size"), CIMValue(Uint16(0))));
+    changes.addProperty(CIMProperty(CIMName("Note"), CIMValue(noteOf(0))));
+    const CIMObjectPath name = repository_.createInstance(nameSpace_, thing(1, "a"));
+    repository_.modifyInstance(nameSpace_, name, changes, CIMPropertyList());
+    std::atomic<bool> done{false};
+    std::thread changing([&] {
+        for (Uint16 size = 1; size < 20'000; ++size) {
+            changes.getProperty(0).setValue(CIMValue(size));
+            changes.getProperty(1).setValue(CIMValue(noteOf(size)));
+            repository_.modifyInstance(nameSpace_, name, changes, CIMPropertyList());
+        }
+        done = true;
+    });
+    const auto requireWhole = [&](const CIMInstance& seen) {
+        Uint16 size = 0;
+        String note;
+        seen.getProperty(seen.findProperty(CIMName("Size"))).getValue().get(size);
+        seen.getProperty(seen.findProperty(CIMName("Note"))).getValue().get(note);
+        ASSERT_EQ(note, noteOf(size));
+    };
+    while (!done && !HasFailure()) {
+        requireWhole(repository_.getInstance(nameSpace_, name));
+        requireWhole(repository_.enumerateInstances(nameSpace_, "T_Thing")[0]);
+    }
+    changing.join();
 }
 
 TEST_F(RepositoryTest, ThreadsMayReadAndChangeAtOnce) {
