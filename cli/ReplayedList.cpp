@@ -13,6 +13,7 @@
 #include "cli/Errors.h"
 #include "cli/MemoryFile.h"
 #include "devicelist/DeviceListFile.h"
+#include "devicelist/HeldFile.h"
 
 namespace usbhcdiag {
 namespace {
@@ -25,10 +26,11 @@ std::string reason() {
 }
 
 /// Whether the content can be read here and nobody waits for it elsewhere.
-bool isToBeRead(int descriptor, mode_t mode) {
+bool isToBeRead(const devicelist::HeldFile& place) {
     struct statfs system {};
-    return S_ISREG(mode) ||
-           (S_ISFIFO(mode) && ::fstatfs(descriptor, &system) == 0 && system.f_type == PIPEFS_MAGIC);
+    const mode_t mode = place.facts().st_mode;
+    return S_ISREG(mode) || (S_ISFIFO(mode) && ::fstatfs(place.number(), &system) == 0 &&
+                             system.f_type == PIPEFS_MAGIC);
 }
 
 bool isGzip(const std::string& text) {
@@ -43,16 +45,15 @@ ReplayedList::ReplayedList(const std::string& file) : name_(file == "-" ? "stand
         return;
     }
     // Without waiting, and without waking who waits at the other end of a FIFO.
-    const base::FileDescriptor place(::open(file.c_str(), O_PATH | O_CLOEXEC));
-    struct stat facts {};
-    if (!place.isOpen() || ::fstat(place.get(), &facts) != 0) {
+    const devicelist::HeldFile place(file);
+    if (!place.isHeld()) {
         fail(reason());
     }
-    const std::string path = "/proc/self/fd/" + std::to_string(place.get());
-    if (S_ISDIR(facts.st_mode)) {
+    const std::string path = place.path();
+    if (S_ISDIR(place.facts().st_mode)) {
         fail(std::strerror(EISDIR));
     }
-    if (isToBeRead(place.get(), facts.st_mode)) {
+    if (isToBeRead(place)) {
         const base::FileDescriptor content(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
         if (!content.isOpen()) {
             fail(reason());
@@ -63,7 +64,7 @@ ReplayedList::ReplayedList(const std::string& file) : name_(file == "-" ? "stand
     if (::faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0) {
         fail(reason());
     }
-    file_ = base::FileDescriptor(::fcntl(place.get(), F_DUPFD, lowestNumber));
+    file_ = base::FileDescriptor(::fcntl(place.number(), F_DUPFD, lowestNumber));
 }
 
 void ReplayedList::take(int descriptor) {

@@ -11,6 +11,7 @@
 
 #include "base/FileDescriptor.h"
 #include "devicelist/DeviceList.h"
+#include "devicelist/HeldFile.h"
 
 namespace devicelist {
 
@@ -20,40 +21,27 @@ namespace {
     throw DeviceListFileError(error == ENOENT || error == ENOTDIR, std::strerror(error));
 }
 
-base::FileDescriptor open(const std::string& path, int flags) {
-    base::FileDescriptor file(::open(path.c_str(), flags | O_CLOEXEC));
-    if (!file.isOpen()) {
-        fail(errno);
-    }
-    return file;
-}
-
-/// Looked at before it is opened for reading: that alone would end the wait of a FIFO's writer.
-struct HeldFile {
-    base::FileDescriptor place;
-    mode_t mode;
-};
-
 HeldFile hold(const std::string& path) {
-    HeldFile held{open(path, O_PATH), 0};
-    struct stat status {};
-    if (::fstat(held.place.get(), &status) != 0) {
+    HeldFile held(path);
+    if (!held.isHeld()) {
         fail(errno);
     }
-    held.mode = status.st_mode;
     return held;
 }
 
 std::string read(const HeldFile& held) {
-    return readOpenDeviceList(
-        open("/proc/self/fd/" + std::to_string(held.place.get()), O_RDONLY | O_NONBLOCK).get());
+    const base::FileDescriptor file(::open(held.path().c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    if (!file.isOpen()) {
+        fail(errno);
+    }
+    return readOpenDeviceList(file.get());
 }
 
 }  // namespace
 
 std::string readDeviceListFile(const std::string& path) {
     const HeldFile held = hold(path);
-    if (S_ISFIFO(held.mode)) {
+    if (S_ISFIFO(held.facts().st_mode)) {
         throw DeviceListFileError(false, "it is a FIFO");
     }
     return read(held);
@@ -61,7 +49,7 @@ std::string readDeviceListFile(const std::string& path) {
 
 std::string readRegularDeviceListFile(const std::string& path) {
     const HeldFile held = hold(path);
-    if (!S_ISREG(held.mode)) {
+    if (!S_ISREG(held.facts().st_mode)) {
         throw DeviceListFileError(false, "it is no regular file");
     }
     return read(held);

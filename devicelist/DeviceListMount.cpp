@@ -29,29 +29,13 @@ namespace {
     throw DeviceListMountError(step + ": " + std::strerror(errno));
 }
 
-/// Holds a file or folder itself, whatever is mounted over its name later.
-class HeldPath {
-public:
-    explicit HeldPath(const std::string& path) : held_(open(path.c_str(), O_PATH | O_CLOEXEC)) {
-        if (!held_.isOpen()) {
-            fail("cannot open " + path);
-        }
+HeldFile hold(const std::string& path) {
+    HeldFile file(path);
+    if (!file.isHeld()) {
+        fail("cannot open " + path);
     }
-
-    int number() const { return held_.get(); }
-    struct stat facts() const {
-        struct stat facts = {};
-        if (fstat(number(), &facts) != 0) {
-            fail("cannot look at a file that was opened");
-        }
-        return facts;
-    }
-    /// A path that leads to what is held.
-    std::string path() const { return "/proc/self/fd/" + std::to_string(number()); }
-
-private:
-    base::FileDescriptor held_;
-};
+    return file;
+}
 
 void writeFile(const std::string& path, const std::string& text, int flags = 0) {
     constexpr mode_t readable = 0444;
@@ -137,7 +121,7 @@ bool exists(const std::string& path) {
 }
 
 /// Makes one entry of the covered folder visible again under the cover.
-void showAgain(const HeldPath& covered, const std::string& folder, const char* name) {
+void showAgain(const HeldFile& covered, const std::string& folder, const char* name) {
     const std::string shown = folder + "/" + name;
     struct stat facts = {};
     if (fstatat(covered.number(), name, &facts, AT_SYMLINK_NOFOLLOW) != 0) {
@@ -162,7 +146,7 @@ void showAgain(const HeldPath& covered, const std::string& folder, const char* n
 /// Covers `folder` with an empty file system in memory under which its entries stay visible, all but
 /// one of that name.
 void cover(const std::string& folder, const std::string& hidden) {
-    const HeldPath covered(folder);
+    const HeldFile covered = hold(folder);
     if (mount("devicelist", folder.c_str(), "tmpfs", MS_NOSUID | MS_NODEV | MS_NOEXEC,
               "mode=0755") != 0) {
         fail("cannot cover " + folder);
@@ -202,7 +186,7 @@ void makeUnderCover(const std::string& path, const std::string& content = {}) {
 }
 
 /// The name by which what is held can be found; "/proc/self/fd/..." names it in this process alone.
-std::string nameOf(const HeldPath& held) {
+std::string nameOf(const HeldFile& held) {
     std::array<char, PATH_MAX> name = {};
     const ssize_t length = readlink(held.path().c_str(), name.data(), name.size());
     return {name.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0))};
@@ -210,21 +194,21 @@ std::string nameOf(const HeldPath& held) {
 
 /// The same file, opened anew in the view that this process is in now: only mounts of its own can be
 /// bound. None if the file has no name there, or its name has been given to another.
-std::optional<HeldPath> openedInView(const HeldPath& held) {
+std::optional<HeldFile> openedInView(const HeldFile& held) {
     const std::string name = nameOf(held);
     if (name.empty() || name.front() != '/' || !exists(name)) {
         return std::nullopt;
     }
-    HeldPath found(name);
-    const struct stat before = held.facts();
-    const struct stat now = found.facts();
+    HeldFile found = hold(name);
+    const struct stat& before = held.facts();
+    const struct stat& now = found.facts();
     if (before.st_dev != now.st_dev || before.st_ino != now.st_ino) {
         return std::nullopt;
     }
     return found;
 }
 
-std::string contentOf(const HeldPath& held, const std::string& name) {
+std::string contentOf(const HeldFile& held, const std::string& name) {
     try {
         return readRegularDeviceListFile(held.path());
     } catch (const DeviceListFileError& error) {
@@ -235,29 +219,28 @@ std::string contentOf(const HeldPath& held, const std::string& name) {
 }  // namespace
 
 DeviceListMount::DeviceListMount(std::string file, std::string place)
-    : file_(std::move(file)), place_(std::move(place)) {}
+    : name_(std::move(file)), place_(std::move(place)), file_(hold(name_)) {}
 
 void DeviceListMount::enter() const {
     // Before the view is entered, so that a mistyped name leaves the process as it was.
-    const HeldPath named(file_);
-    if (S_ISDIR(named.facts().st_mode)) {
+    if (S_ISDIR(file_.facts().st_mode)) {
         errno = EISDIR;
-        fail("cannot show " + file_ + " as a device list");
+        fail("cannot show " + name_ + " as a device list");
     }
-    if (faccessat(AT_FDCWD, named.path().c_str(), R_OK, AT_EACCESS) != 0) {
-        fail("cannot read " + file_);
+    if (faccessat(AT_FDCWD, path().c_str(), R_OK, AT_EACCESS) != 0) {
+        fail("cannot read " + name_);
     }
     leaveSharedMounts();
     // Before the cover, which may hide it.
-    const std::optional<HeldPath> file = openedInView(named);
+    const std::optional<HeldFile> file = openedInView(file_);
     if (!file) {
-        makeUnderCover(place_, contentOf(named, file_));
+        makeUnderCover(place_, contentOf(file_, name_));
         return;
     }
     if (!exists(place_)) {
         makeUnderCover(place_);
     }
-    bindMount(file->path(), place_, file_);
+    bindMount(file->path(), place_, name_);
     makeReadOnly(place_);
 }
 

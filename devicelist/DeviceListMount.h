@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/DeviceListPaths.h"
+#include "devicelist/HeldFile.h"
 
 namespace devicelist {
 
@@ -27,8 +28,12 @@ public:
 class DeviceListMount {
 public:
     /// A view that shows `file` at `place`, an absolute path; a relative `file` counts from the
-    /// working directory of the moment. Touches nothing yet.
+    /// working directory of the moment. Opens the file, which is the one that is shown whatever its
+    /// name leads to later, and does not enter yet. Throws DeviceListMountError.
     explicit DeviceListMount(std::string file, std::string place = base::deviceListPath);
+
+    /// Where this process finds the file to be shown, for as long as this object exists.
+    std::string path() const { return file_.path(); }
 
     /// Moves this process into the view. From then on it, and every program that it starts, sees
     /// the file; no other process does, and nothing has to be undone. May be called again for
@@ -41,8 +46,9 @@ public:
     void enter() const;
 
 private:
-    std::string file_;
+    std::string name_;
     std::string place_;
+    HeldFile file_;
 };
 
 }  // namespace devicelist

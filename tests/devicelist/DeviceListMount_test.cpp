@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include "devicelist/DeviceListFile.h"
 #include "tests/support/runCommand.h"
 
 namespace {
@@ -139,6 +140,22 @@ TEST_F(DeviceListMountTest, TheFileThatWasOpenedIsShownAndNoOtherOfItsName) {
                          program + " /dev/fd/5 cat " + place)
                   .output,
               list_ + " (deleted)\nthe list\n");
+}
+
+/// Whether what is opened stays what is read and shown after its name was given to another file.
+[[noreturn]] void openAndRename(const std::string& list, const std::string& other) {
+    const devicelist::DeviceListMount mount(list);
+    std::filesystem::rename(other, list);
+    std::cerr << devicelist::readRegularDeviceListFile(mount.path());
+    mount.enter();
+    std::cerr << devicelist::readRegularDeviceListFile(place);
+    _exit(0);
+}
+
+TEST_F(DeviceListMountTest, TheFileIsOpenedOnceToBeReadAndToBeShown) {
+    const std::string other = folder_ + "/other";
+    std::ofstream(other) << "the other\n";
+    EXPECT_EXIT(openAndRename(list_, other), testing::ExitedWithCode(0), "^the list\nthe list\n$");
 }
 
 TEST_F(DeviceListMountTest, WorksWithoutRootThroughAUserNamespace) {

@@ -66,8 +66,10 @@ void announce(base::FileDescriptor output, const std::string& url) {
 /// Shows the list that the options ask for where the provider reads; returns the host controllers.
 std::vector<std::string> presentDevices(const Options& options) {
     if (options.devices.has_value()) {
-        std::vector<std::string> controllers = devicelist::hostControllersOfFile(*options.devices);
-        devicelist::DeviceListMount(*options.devices).enter();
+        // Its name may lead elsewhere a moment later: both are of the file that was opened.
+        const devicelist::DeviceListMount list(*options.devices);
+        std::vector<std::string> controllers = devicelist::hostControllersOfFile(list.path());
+        list.enter();
         return controllers;
     }
     if (::access(base::deviceListPath, F_OK) != 0 && ::access(base::kernelListPath, R_OK) == 0) {
