@@ -54,14 +54,12 @@ std::string randomHex() {
 /// The line that begins so says on the pipe of the ready line why the list is not shown.
 constexpr std::string_view notShownMark = "not shown: ";
 
-/// Moves this process, and the server that it becomes, to where `list` is the kernel's.
-void show(const std::string& list, int readyPipe) {
-    try {
-        devicelist::DeviceListMount(list).enter();
-    } catch (const devicelist::DeviceListMountError& error) {
-        const std::string line = std::string(notShownMark) + error.what() + "\n";
-        [[maybe_unused]] const auto written = ::write(readyPipe, line.data(), line.size());
-    }
+bool beginsWith(const std::string& line, std::string_view mark) {
+    return line.compare(0, mark.size(), mark) == 0;
+}
+
+void say(int pipe, std::string_view text) {
+    [[maybe_unused]] const auto written = ::write(pipe, text.data(), text.size());
 }
 
 /// Waits for `process` until `limit` has passed; whether it has ended.
@@ -90,6 +88,32 @@ PrivateServer::PrivateServer(const std::string& program, const std::optional<std
       password_(randomHex()),
       credentials_(memoryFile("credentials", user_ + ":" + password_ + "\n")),
       diagnostics_(memoryFile("diagnostics")) {
+    try {
+        std::string line = start(program, devices, ownList);
+        if (ownList && beginsWith(line, notShownMark)) {
+            notShown_ = line.substr(notShownMark.size());
+            end();
+            line = start(program, devices, std::nullopt);
+        }
+        constexpr std::string_view announcement = "listening on ";
+        if (!beginsWith(line, announcement)) {
+            throw Failure(program + " is not the cimhost of this version: it says \"" + line +
+                          "\"");
+        }
+        url_ = line.substr(announcement.size());
+    } catch (...) {
+        end();
+        throw;
+    }
+}
+
+PrivateServer::~PrivateServer() {
+    end();
+}
+
+std::string PrivateServer::start(const std::string& program,
+                                 const std::optional<std::string>& devices,
+                                 const std::optional<std::string>& ownList) {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
         throw Failure("cannot make a pipe: " + reason());
@@ -102,27 +126,28 @@ PrivateServer::PrivateServer(const std::string& program, const std::optional<std
         throw Failure("cannot start " + program + ": " + reason());
     }
     if (process_ == 0) {
-        become(program, devices, ownList, writeEnd.get(), parent);
+        // Nothing may be thrown into code that is the parent's. Where the list is not shown this
+        // process may be in a view without it, which is no place for a server.
+        try {
+            if (ownList) {
+                devicelist::DeviceListMount(*ownList).enter();
+            }
+            become(program, devices, writeEnd.get(), parent);
+        } catch (const devicelist::DeviceListMountError& error) {
+            say(writeEnd.get(), notShownMark);
+            say(writeEnd.get(), error.what());
+            say(writeEnd.get(), "\n");
+        } catch (...) {
+            say(diagnostics_.get(), "something failed before the start\n");
+        }
+        ::_exit(1);
     }
     writeEnd.close();
-    try {
-        awaitReady(program, readEnd);
-    } catch (...) {
-        end();
-        throw;
-    }
-}
-
-PrivateServer::~PrivateServer() {
-    end();
+    return firstLine(program, readEnd);
 }
 
 void PrivateServer::become(const std::string& program, const std::optional<std::string>& devices,
-                           const std::optional<std::string>& ownList, int readyPipe,
-                           pid_t parent) const {
-    if (ownList) {
-        show(*ownList, readyPipe);
-    }
+                           int readyPipe, pid_t parent) const {
     // A signal to the terminal's group is for this command, which then takes the server with it.
     ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -148,32 +173,18 @@ void PrivateServer::become(const std::string& program, const std::optional<std::
     if (ready) {
         ::execv(program.c_str(), const_cast<char* const*>(arguments.data()));
     }
-    const std::string text = "cannot be run: " + reason() + "\n";
-    [[maybe_unused]] const auto written = ::write(STDERR_FILENO, text.data(), text.size());
+    say(STDERR_FILENO, "cannot be run: " + reason() + "\n");
     ::_exit(1);
 }
 
-void PrivateServer::awaitReady(const std::string& program, const base::FileDescriptor& readyPipe) {
-    constexpr std::string_view announcement = "listening on ";
+std::string PrivateServer::firstLine(const std::string& program,
+                                     const base::FileDescriptor& readyPipe) const {
     const auto deadline = Clock::now() + startLimit;
     std::string said;
-    const auto takeLine = [&] {
-        while (said.find('\n') == std::string::npos) {
-            readMore(program, readyPipe, deadline, said);
-        }
-        std::string line = said.substr(0, said.find('\n'));
-        said.erase(0, line.size() + 1);
-        return line;
-    };
-    std::string line = takeLine();
-    if (line.compare(0, notShownMark.size(), notShownMark) == 0) {
-        notShown_ = line.substr(notShownMark.size());
-        line = takeLine();
+    while (said.find('\n') == std::string::npos) {
+        readMore(program, readyPipe, deadline, said);
     }
-    if (line.compare(0, announcement.size(), announcement) != 0) {
-        throw Failure(program + " is not the cimhost of this version: it says \"" + line + "\"");
-    }
-    url_ = line.substr(announcement.size());
+    return said.substr(0, said.find('\n'));
 }
 
 void PrivateServer::readMore(const std::string& program, const base::FileDescriptor& readyPipe,

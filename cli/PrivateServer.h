@@ -27,7 +27,7 @@ public:
     /// name that it finds from any folder; otherwise it finds the kernel's. Throws Failure with what it said.
     ///
     /// `ownList`: a list of this machine's own devices, to be shown where the kernel's is not. Where
-    /// that cannot be done the server starts without, see notShown().
+    /// that cannot be done the server starts without it, in the view of this process; see notShown().
     PrivateServer(const std::string& program, const std::optional<std::string>& devices,
                   const std::optional<std::string>& ownList = std::nullopt);
     PrivateServer(const PrivateServer&) = delete;
@@ -46,10 +46,11 @@ public:
     std::string diagnostics() const;
 
 private:
+    std::string start(const std::string& program, const std::optional<std::string>& devices,
+                      const std::optional<std::string>& ownList);
     [[noreturn]] void become(const std::string& program, const std::optional<std::string>& devices,
-                             const std::optional<std::string>& ownList, int readyPipe,
-                             pid_t parent) const;
-    void awaitReady(const std::string& program, const base::FileDescriptor& readyPipe);
+                             int readyPipe, pid_t parent) const;
+    std::string firstLine(const std::string& program, const base::FileDescriptor& readyPipe) const;
     void readMore(const std::string& program, const base::FileDescriptor& readyPipe,
                   std::chrono::steady_clock::time_point deadline, std::string& said) const;
     void end();

@@ -10,11 +10,14 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
 #include <thread>
 
 #include <gtest/gtest.h>
 
 #include "cli/Errors.h"
+#include "cli/MemoryFile.h"
+#include "devicelist/DeviceList.h"
 
 namespace usbhcdiag {
 namespace {
@@ -131,6 +134,25 @@ TEST(PrivateServer, StartsWithoutAnOwnListThatCannotBeShownAndSaysWhy) {
     EXPECT_EQ(server.notShown(), "cannot open /nowhere/list: No such file or directory");
     EXPECT_EQ(server.url(), "http://127.0.0.1:4711");
     EXPECT_EQ(PrivateServer(FAKE_CIMHOST, std::nullopt).notShown(), "");
+}
+
+std::string mountsOf(const std::string& process) {
+    return std::filesystem::read_symlink("/proc/" + process + "/ns/mnt").string();
+}
+
+TEST(PrivateServer, IsNotLeftInAViewThatCouldNotBeFinished) {
+    // Too long to be copied, which shows only in the view.
+    const base::FileDescriptor list =
+        memoryFile("devices", std::string(devicelist::maximumListSize + 1, '.'));
+    const PrivateServer server(FAKE_CIMHOST, std::nullopt,
+                               "/proc/self/fd/" + std::to_string(list.get()));
+    EXPECT_NE(server.notShown(), "");
+    EXPECT_EQ(mountsOf(std::to_string(server.process())), mountsOf("self"));
+}
+
+TEST(PrivateServer, ThatSpeaksOfAListThatItWasNotGivenIsNoCimhost) {
+    EXPECT_EQ(failure(FAKE_CIMHOST, "/not-shown"),
+              FAKE_CIMHOST " is not the cimhost of this version: it says \"not shown: it\"");
 }
 
 TEST(PrivateServer, TellsWhyAServerDidNotStartAlsoAfterAListThatWasNotShown) {

@@ -45,6 +45,8 @@ int main(int argc, char* argv[]) {
     }
     if (behaviour == "/babbles") {
         std::cout << "hello" << std::endl;
+    } else if (behaviour == "/not-shown") {
+        std::cout << "not shown: it" << std::endl;
     } else if (behaviour == "/in-pieces") {
         std::cout << "listening on http://127.0" << std::flush;
         std::cout << ".0.1:7\n" << std::flush;
