@@ -30,7 +30,7 @@ std::vector<options::Option> allOptions() {
          "interface without driver"},
         {"problems", 'p', {}, "only devices with a problem, which is named"},
         {"output", 'o', options::Argument{"FILE", true},
-         "write FILE, whole or not at all, instead of standard output"},
+         "write FILE, whole or not at all, instead of standard output (-)"},
         {"redact", 'r', {}, "put placeholders for serial numbers"},
         options::helpOption("print help (after a command: on that command)"),
         options::versionOption(),

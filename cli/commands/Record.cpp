@@ -15,7 +15,7 @@ ExitStatus recordList(const RecordRequest& request) {
     const DeviceListSource source = readSource(request.file);
     const std::string text =
         request.redact ? devicelist::redactSerialNumbers(source.text) : source.text;
-    if (request.output) {
+    if (request.output && *request.output != "-") {
         writeWholeFile(*request.output, text);
     } else {
         printDocument(text);

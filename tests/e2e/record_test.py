@@ -89,6 +89,10 @@ class Record(unittest.TestCase):
         self.assertEqual(written.read_bytes(), TODAY.read_bytes())
         self.assertEqual(stat.S_IMODE(written.stat().st_mode), 0o640)
         self.assertEqual(os.listdir(self.folder), ["list.txt"])
+        # "-" is no file.
+        run = usbhcdiag("record", "--devices", TODAY, "-o", "-", cwd=self.folder)
+        self.assertEqual((run.stdout, run.stderr, run.returncode), (TODAY.read_bytes(), b"", 0))
+        self.assertEqual(os.listdir(self.folder), ["list.txt"])
         # A list may take the place of what it was read from.
         run = usbhcdiag("record", "--redact", "--devices", written, "--output", written)
         self.assertEqual(run.returncode, 0, run.stderr)
