@@ -11,7 +11,7 @@ enum ExitStatus : int {
     exitFailure = 1,                 ///< could not be done, or the result did not pass
     exitDifferent = 1,               ///< `diff`: the lists differ
     exitUsage = options::exitUsage,  ///< the command line makes no sense
-    exitNothingRead = 3,             ///< the test ran, but had no device list to read
+    exitNothingRead = 3,             ///< no device list, or nothing that could be read of it
 };
 
 }  // namespace usbhcdiag
