@@ -166,6 +166,7 @@ private:
             DeviceCoverage& device = coverage_.devices[*owner_];
             if (isRead) {
                 device.leftOut.reset();
+                device.block = coverage_.blocks;
                 device.foreign = sources_.foreignTo(*owner_);
             } else {
                 device.leftOut = read_.reasonAgainst(line);

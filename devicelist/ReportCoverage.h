@@ -52,6 +52,7 @@ struct ForeignFields {
 /// What became of one device of the list.
 struct DeviceCoverage {
     std::optional<LeftOut> leftOut;      ///< none: the report has its block
+    std::size_t block = 0;               ///< which of the report's, from 0, if it is there
     std::vector<ForeignFields> foreign;  ///< in its block; by source
     /// The devices in whose blocks fields of this one stand: their positions, ascending.
     std::vector<std::size_t> lentTo;

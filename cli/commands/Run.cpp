@@ -2,11 +2,9 @@
 // usbhcdiag run
 #include <unistd.h>
 
-#include <algorithm>
 #include <iostream>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -21,6 +19,7 @@
 #include "cli/Note.h"
 #include "cli/NothingRead.h"
 #include "cli/Progress.h"
+#include "cli/ReportMatch.h"
 #include "cli/ReportedList.h"
 #include "cli/ReportedListJson.h"
 #include "cli/Terminal.h"
@@ -84,11 +83,8 @@ std::optional<ReportedList> reportedList(const std::optional<DeviceListSource>& 
         return std::nullopt;
     }
     ReportedList reported(list->text);
-    constexpr std::string_view endOfBlock = "          ";
-    const auto blocks = std::count(report.begin(), report.end(), endOfBlock);
-    return reported.coverage().blocks == static_cast<std::size_t>(blocks)
-               ? std::optional(std::move(reported))
-               : std::nullopt;
+    return isReportOf(report, list->text, reported) ? std::optional(std::move(reported))
+                                                    : std::nullopt;
 }
 
 std::string jsonDocument(const CIMInstance& result, const std::optional<DeviceListSource>& list,
