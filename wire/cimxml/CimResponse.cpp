@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "wire/cimxml/CimResponse.h"
 
+#include <utility>
+
 #include <Pegasus/Common/Exception.h>
 
 #include "wire/cimxml/Message.h"
@@ -36,7 +38,8 @@ std::string_view responseElement(const CimRequest& request) {
 
 }  // namespace
 
-ResponseWriter::ResponseWriter(const CimRequest& request) : request_(request) {
+ResponseWriter::ResponseWriter(const CimRequest& request, SizeWatch watch)
+    : request_(request), watch_(std::move(watch)) {
     out_.reserve(expectedSize);
     beginMessage(out_, request.messageId);
     out_ += "<SIMPLERSP>\n<";
@@ -53,6 +56,7 @@ ResponseWriter::ResponseWriter(const CimRequest& request) : request_(request) {
 void ResponseWriter::fail(const CimFailure& failure) {
     failed_ = true;
     out_.resize(begin_);
+    out_.shrink_to_fit();
     out_ += "<ERROR";
     appendAttribute(out_, "CODE", std::to_string(failure.code));
     appendAttribute(out_, "DESCRIPTION", failure.description);

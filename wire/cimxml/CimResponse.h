@@ -17,18 +17,20 @@ namespace wire {
 /// The answer to a request, written from front to back. One thread at a time.
 class ResponseWriter {
 public:
-    /// Begins the answer to `request`, which must outlive the writer.
-    explicit ResponseWriter(const CimRequest& request);
+    /// Begins the answer to `request`, which must outlive the writer. `watch` is told how it grows.
+    explicit ResponseWriter(const CimRequest& request, SizeWatch watch = {});
 
     /// Where the answer goes: RETURNVALUE and PARAMVALUE elements for a method; for an operation
     /// what stands inside IRETURNVALUE, which is left out where nothing is written.
     /// `classOrigin`: see ObjectWriter.
-    ObjectWriter results(bool classOrigin = false) { return ObjectWriter(out_, classOrigin); }
+    ObjectWriter results(bool classOrigin = false) {
+        return ObjectWriter(out_, classOrigin, &watch_);
+    }
 
     /// The same place, for elements that ObjectWriter does not know.
     std::string& out() { return out_; }
 
-    /// Drops what was written and answers with an error.
+    /// Drops what was written, gives back its memory, and answers with an error.
     void fail(const CimFailure& failure);
 
     /// Ends the answer and hands it out. The writer is of no use afterwards.
@@ -36,6 +38,7 @@ public:
 
 private:
     const CimRequest& request_;
+    SizeWatch watch_;
     std::string out_;
     std::size_t begin_ = 0;    ///< where the content of the response begins
     std::size_t results_ = 0;  ///< where the results begin

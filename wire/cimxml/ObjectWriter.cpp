@@ -36,6 +36,12 @@ void appendValueElement(std::string& out, const T& value) {
 
 }  // namespace
 
+void ObjectWriter::tellSize() const {
+    if (watch_ != nullptr && *watch_) {
+        (*watch_)(out_.size());
+    }
+}
+
 void ObjectWriter::localNamespace(const Pegasus::CIMNamespaceName& nameSpace) {
     out_ += "<LOCALNAMESPACEPATH>\n";
     const std::string path = toUtf8(nameSpace.getString());
@@ -80,6 +86,7 @@ void ObjectWriter::instanceName(const Pegasus::CIMObjectPath& path) {
         out_ += "</KEYBINDING>\n";
     }
     out_ += "</INSTANCENAME>\n";
+    tellSize();
 }
 
 void ObjectWriter::namespacePath(const Pegasus::CIMObjectPath& path) {
@@ -204,6 +211,7 @@ void ObjectWriter::property(const Pegasus::CIMConstProperty& property) {
     out_ += "</";
     out_ += element;
     out_ += ">\n";
+    tellSize();
 }
 
 void ObjectWriter::instance(const Pegasus::CIMInstance& instance) {

@@ -2,6 +2,7 @@
 // Values, names and instances as CIM-XML.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -14,13 +15,19 @@
 
 namespace wire {
 
+/// Told how many bytes a text has whenever an element that may be large was appended. What it throws
+/// ends the writing.
+using SizeWatch = std::function<void(std::size_t bytes)>;
+
 /// Appends elements to a text, each on lines of its own. One thread at a time.
 class ObjectWriter {
 public:
     /// Writes to the end of `out`. `classOrigin`: whether properties carry the class that declared
-    /// them.
-    explicit ObjectWriter(std::string& out, bool classOrigin = false)
-        : out_(out), classOrigin_(classOrigin) {}
+    /// them. `watch`, which may be null and must outlive the writer, is told of properties and names
+    /// of instances.
+    explicit ObjectWriter(std::string& out, bool classOrigin = false,
+                          const SizeWatch* watch = nullptr)
+        : out_(out), classOrigin_(classOrigin), watch_(watch) {}
 
     /// LOCALNAMESPACEPATH.
     void localNamespace(const Pegasus::CIMNamespaceName& nameSpace);
@@ -76,10 +83,12 @@ public:
     void returnValue(const Pegasus::CIMValue& value);
 
 private:
+    void tellSize() const;
     void namespacePath(const Pegasus::CIMObjectPath& path);
 
     std::string& out_;
     bool classOrigin_;
+    const SizeWatch* watch_;
 };
 
 }  // namespace wire

@@ -4,6 +4,7 @@
 // Plain values: one thread at a time may change one, any number may read it.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,6 +36,7 @@ struct HttpResponse {
     unsigned status = 200;
     HttpFields fields;  ///< without those that frame the body; a client finds the trailer here too
     std::string body;
+    std::shared_ptr<const void> held = nullptr;  ///< let go of by a server once all has been sent
 };
 
 /// "Not Found" for 404; "Unknown" for codes that the program does not use.

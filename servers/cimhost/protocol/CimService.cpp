@@ -50,8 +50,11 @@ RequestRefused refusalOf(const wire::XmlError& error) {
 }  // namespace
 
 CimService::CimService(Operations& operations, std::optional<Credentials> credentials,
-                       const wire::XmlLimits& limits)
-    : operations_(operations), credentials_(std::move(credentials)), limits_(limits) {}
+                       const wire::XmlLimits& limits, const AnswerLimits& answerLimits)
+    : operations_(operations),
+      credentials_(std::move(credentials)),
+      limits_(limits),
+      answerLimits_(answerLimits) {}
 
 bool CimService::isAdmitted(const wire::HttpFields& fields) const {
     if (!credentials_) {
@@ -103,7 +106,10 @@ wire::HttpResponse CimService::answerCall(wire::HttpRequest&& request,
         wire::HttpResponse response{200, {{"Content-Type", "application/xml; charset=utf-8"}}, {}};
         headers.appendExtension(response.fields);
         headers.append(response.fields, "CIMOperation", "MethodResponse");
-        response.body = handleRequest(call, operations_);
+        const auto bytes = std::make_shared<AnswerBytes>(answerLimits_, answerTotal_);
+        response.body =
+            handleRequest(call, operations_, [&](std::size_t size) { bytes->set(size); });
+        response.held = bytes;
         return response;
     } catch (const wire::XmlError& error) {
         throw refusalOf(error);

@@ -262,14 +262,22 @@ Handler handlerOf(const wire::CimRequest& request) {
 
 }  // namespace
 
-std::string handleRequest(const wire::CimRequest& request, Operations& operations) {
-    wire::ResponseWriter response(request);
+std::string handleRequest(const wire::CimRequest& request, Operations& operations,
+                          const wire::SizeWatch& watch) {
+    wire::ResponseWriter response(request, watch);
+    const auto tellSize = [&] {
+        if (watch) {
+            watch(response.out().size());
+        }
+    };
     try {
         handlerOf(request)(request, operations, response);
+        tellSize();
     } catch (const wire::XmlError&) {
         throw;
     } catch (...) {
         response.fail(wire::failureOfException());
+        tellSize();
     }
     return response.finish();
 }

@@ -67,7 +67,8 @@ public:
 
 private:
     struct Stored {
-        Pegasus::CIMInstance instance;  // never changed, only replaced: it is cloned without the lock
+        // Never changed, only replaced: it is cloned without the lock.
+        Pegasus::CIMInstance instance;
         std::size_t bytes;
     };
     using Instances = std::list<Stored>;

@@ -477,14 +477,27 @@ TEST_F(HttpServerTest, whoDoesNotTakeTheAnswerGivesWay) {
     limits.responseTime = std::chrono::hours(1);
     limits.connections = 1;
     constexpr std::size_t bodyBytes = 32UL * 1024 * 1024;
-    start(limits, [](HttpRequest&& request) {
-        const bool isLarge = request.target == "/x";
-        return HttpResponse{200, {}, std::string(isLarge ? bodyBytes : 0, 'x')};
+    auto held = std::make_shared<int>(0);
+    const std::weak_ptr<int> answered = held;
+    std::promise<void> asked;
+    start(limits, [&](HttpRequest&& request) -> HttpResponse {
+        if (request.target != "/x") {
+            return {};
+        }
+        asked.set_value();
+        return {200, {}, std::string(bodyBytes, 'x'), std::move(held)};
     });
     RawConnection greedy(port());
     // What it sends meanwhile does not keep the place.
     greedy.send(small + small);
+    asked.get_future().wait();
+    EXPECT_FALSE(answered.expired()) << "held while it is not sent";
     EXPECT_EQ(statusOfNextClient(), 200);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!answered.expired() && std::chrono::steady_clock::now() < end) {
+        std::this_thread::sleep_for(milliseconds(1));
+    }
+    EXPECT_TRUE(answered.expired());
     const std::string taken = greedy.readAll();
     EXPECT_EQ(statusOf(taken), 200);
     EXPECT_LT(taken.size(), bodyBytes);

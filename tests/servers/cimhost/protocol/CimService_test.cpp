@@ -49,6 +49,48 @@ wire::HttpRequest request(const std::string& body) {
             body};
 }
 
+/// Has so many instances, whose text is as long as that.
+class ManyInstances : public ReplayOperations {
+public:
+    ManyInstances(Pegasus::Uint32 count, std::size_t textBytes)
+        : ReplayOperations(emptyAnswer), count_(count), text_(textBytes, 'x') {}
+
+    Pegasus::Array<Pegasus::CIMInstance> enumerateInstances(const Pegasus::CIMNamespaceName&,
+                                                            const Pegasus::CIMName& className, bool,
+                                                            const ElementOptions&) override {
+        const Pegasus::CIMValue value(Pegasus::String(text_.c_str()));
+        Pegasus::Array<Pegasus::CIMInstance> instances;
+        for (Pegasus::Uint32 i = 0; i < count_; ++i) {
+            Pegasus::CIMInstance instance(className);
+            instance.addProperty(Pegasus::CIMProperty(Pegasus::CIMName("Text"), value));
+            instances.append(instance);
+        }
+        return instances;
+    }
+
+private:
+    Pegasus::Uint32 count_;
+    std::string text_;
+};
+
+/// Asks for all instances.
+wire::HttpRequest enumeration() {
+    const auto renamed = [](std::string text) {
+        const std::string name = "EnumerateInstanceNames";
+        return text.replace(text.find(name), name.size(), "EnumerateInstances");
+    };
+    wire::HttpRequest asked = request(renamed(good));
+    asked.fields[4].value = renamed(asked.fields[4].value);
+    return asked;
+}
+
+/// Whether the answer is that error.
+bool isError(const wire::HttpResponse& response, const std::string& code, const std::string& text) {
+    return response.status == 200 &&
+           response.body.find("<ERROR CODE=\"" + code + "\"") != std::string::npos &&
+           response.body.find(text) != std::string::npos;
+}
+
 class CimServiceTest : public testing::Test {
 protected:
     wire::HttpResponse answer(wire::HttpRequest asked) const {
@@ -163,6 +205,28 @@ TEST_F(CimServiceTest, limitsOfXmlCanBeChosen) {
     const CimService strict(operations_, {}, wire::XmlLimits{3, 100, 10});
     const wire::HttpResponse response = strict.answer(request(good));
     EXPECT_EQ(wire::findField(response.fields, "CIMError"), "request-not-well-formed");
+}
+
+TEST_F(CimServiceTest, tenThousandResultsOf5KBAreAnsweredAndHalfAsManyAgainRefused) {
+    ManyInstances many(10'000, 5000);
+    EXPECT_GT(CimService(many).answer(enumeration()).body.size(), 50'000'000U);
+    ManyInstances more(15'000, 5000);
+    const wire::HttpResponse refused = CimService(more).answer(enumeration());
+    EXPECT_TRUE(isError(refused, "27", "the answer would be larger than 64 MiB"));
+    EXPECT_LT(refused.body.capacity(), 10'000U) << "the memory of what was written is given back";
+}
+
+TEST_F(CimServiceTest, largeAnswersCountUntilTheyHaveBeenSent) {
+    ManyInstances one(1, 6000);
+    const CimService service(one, {}, {}, {10'000, 10'000, 1000});
+    wire::HttpResponse first = service.answer(enumeration());
+    EXPECT_GT(first.body.size(), 6000U);
+    EXPECT_TRUE(
+        isError(service.answer(enumeration()), "27", "together be larger than 10000 bytes"));
+    EXPECT_EQ(service.answer(request(good)).body.find("<ERROR"), std::string::npos)
+        << "small ones are always given";
+    first = {};
+    EXPECT_GT(service.answer(enumeration()).body.size(), 6000U);
 }
 
 TEST_F(CimServiceTest, credentialsAreDemanded) {

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "servers/cimhost/protocol/RequestHandler.h"
 
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include <Pegasus/Common/Exception.h>
 #include <gtest/gtest.h>
 
 #include "tests/servers/cimhost/protocol/ReplayOperations.h"
@@ -196,6 +201,52 @@ TEST(RequestHandler, pathsOfClassesAreAnsweredWhereAClassWasAskedFor) {
 TEST(RequestHandler, operationsAndParametersAreKnownInAnyCase) {
     EXPECT_EQ(callOf("enumerateinstancenames", className("CLASSNAME", "a")),
               "enumerateInstanceNames root/x a");
+}
+
+TEST(RequestHandler, theSizeOfTheAnswerIsToldWhileItGrowsAndAfterARefusal) {
+    const std::string text(1000, 'x');
+    std::string large = "<INSTANCE CLASSNAME=\"A\">";
+    for (int i = 0; i < 50; ++i) {
+        large += "<PROPERTY NAME=\"p" + std::to_string(i) + "\" TYPE=\"string\"><VALUE>" + text +
+                 "</VALUE></PROPERTY>";
+    }
+    large += "</INSTANCE>";
+    const std::string name =
+        "<INSTANCENAME CLASSNAME=\"A\"><KEYBINDING NAME=\"b\"><KEYVALUE "
+        "VALUETYPE=\"string\">" +
+        text + "</KEYVALUE></KEYBINDING></INSTANCENAME>";
+    const std::string asked = className("ClassName", "A");
+    const std::array<std::pair<std::string, std::string>, 2> cases{
+        {{"EnumerateInstances",
+          "<VALUE.NAMEDINSTANCE>" + instanceName + large + "</VALUE.NAMEDINSTANCE>"},
+         {"EnumerateInstanceNames", name + name + name}}};
+    for (const auto& [operation, results] : cases) {
+        ReplayOperations operations(
+            messageAround("<SIMPLERSP><IMETHODRESPONSE NAME=\"X\"><IRETURNVALUE>" + results +
+                          "</IRETURNVALUE></IMETHODRESPONSE></SIMPLERSP>"));
+        const wire::XmlDocument document(messageAround("<SIMPLEREQ><IMETHODCALL NAME=\"" +
+                                                       operation + "\">" + localNamespace + asked +
+                                                       "</IMETHODCALL></SIMPLEREQ>"));
+        const wire::CimRequest request = wire::readRequest(document);
+        std::size_t last = 0;
+        std::size_t longestStep = 0;
+        const std::string answer = handleRequest(request, operations, [&](std::size_t bytes) {
+            longestStep = std::max(longestStep, bytes - last);
+            last = bytes;
+        });
+        EXPECT_GT(answer.size(), 3 * text.size());
+        EXPECT_LT(answer.size() - last, 200U) << "told to the end";
+        EXPECT_LT(longestStep, 2 * text.size()) << operation;
+
+        const std::string refused = handleRequest(request, operations, [&](std::size_t bytes) {
+            last = bytes;
+            if (bytes > 2 * text.size()) {
+                throw Pegasus::CIMException(Pegasus::CIM_ERR_SERVER_LIMITS_EXCEEDED, "too large");
+            }
+        });
+        EXPECT_NE(refused.find("<ERROR CODE=\"27\""), std::string::npos);
+        EXPECT_LT(last, text.size()) << "what was dropped does not count";
+    }
 }
 
 TEST(RequestHandler, otherOperationsAreNotSupported) {
