@@ -8,6 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <memory>
 #include <stdexcept>
 #include <thread>
 
@@ -35,11 +36,16 @@ bool withoutNetwork(Action action) {
 
 class LocalConnection {
 public:
-    /// Connects with a socket of this user.
-    LocalConnection() : listening_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) { listen(); }
+    /// Listens at 127.0.0.1, or at ::1. Throws std::runtime_error if it cannot.
+    explicit LocalConnection(int family = AF_INET)
+        : family_(family), listening_(socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+        listen();
+    }
 
-    /// Connects an IPv4 or (mapped) IPv6 socket.
-    void connectOwn(int family = AF_INET) {
+    /// Connects with a socket of this user: one of the listening one's family or, to 127.0.0.1, an
+    /// IPv6 one (mapped).
+    void connectOwn() { connectOwn(family_); }
+    void connectOwn(int family) {
         other_ = connected(family);
         accept();
     }
@@ -56,7 +62,7 @@ public:
         if (child_ == 0) {
             close(hold[1]);
             const bool changed = setresuid(otherUser, otherUser, otherUser) == 0;
-            const base::FileDescriptor own = connected(AF_INET);
+            const base::FileDescriptor own = connected(family_);
             char byte = changed && own.isOpen() ? 'y' : 'n';
             static_cast<void>(write(ready[1], &byte, 1));
             static_cast<void>(read(hold[0], &byte, 1));
@@ -87,8 +93,15 @@ public:
 
 private:
     void listen() {
-        address_.sin_family = AF_INET;
-        address_.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        if (family_ == AF_INET) {
+            auto* const address = reinterpret_cast<sockaddr_in*>(&address_);
+            address->sin_family = AF_INET;
+            address->sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        } else {
+            auto* const address = reinterpret_cast<sockaddr_in6*>(&address_);
+            address->sin6_family = AF_INET6;
+            address->sin6_addr = in6addr_loopback;
+        }
         socklen_t size = sizeof address_;
         auto* const generic = reinterpret_cast<sockaddr*>(&address_);
         if (bind(listening_.get(), generic, size) != 0 || ::listen(listening_.get(), 1) != 0 ||
@@ -101,13 +114,13 @@ private:
         base::FileDescriptor end(socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0));
         sockaddr_in6 mapped{};
         mapped.sin6_family = AF_INET6;
-        mapped.sin6_port = address_.sin_port;
+        mapped.sin6_port = reinterpret_cast<const sockaddr_in*>(&address_)->sin_port;
         mapped.sin6_addr.s6_addr[10] = 0xFF;
         mapped.sin6_addr.s6_addr[11] = 0xFF;
         mapped.sin6_addr.s6_addr[12] = 127;
         mapped.sin6_addr.s6_addr[15] = 1;
         const int result =
-            family == AF_INET
+            family == family_
                 ? connect(end.get(), reinterpret_cast<const sockaddr*>(&address_), sizeof address_)
                 : connect(end.get(), reinterpret_cast<const sockaddr*>(&mapped), sizeof mapped);
         if (result != 0) {
@@ -120,12 +133,22 @@ private:
         accepted_ = base::FileDescriptor(accept4(listening_.get(), nullptr, nullptr, SOCK_CLOEXEC));
     }
 
-    sockaddr_in address_{};
+    int family_;
+    sockaddr_storage address_{};
     base::FileDescriptor listening_;
     base::FileDescriptor other_;
     base::FileDescriptor accepted_;
     base::FileDescriptor hold_;
     pid_t child_ = -1;
 };
+
+/// One that listens at ::1; null on machines without IPv6.
+inline std::unique_ptr<LocalConnection> ipv6Connection() {
+    try {
+        return std::make_unique<LocalConnection>(AF_INET6);
+    } catch (const std::runtime_error&) {
+        return nullptr;
+    }
+}
 
 }  // namespace cimhost

@@ -43,6 +43,26 @@ TEST_F(SocketOwnersTest, AClientMayUseAnIpv6SocketForAnIpv4Address) {
     EXPECT_EQ(owners_.ownerOfPeer(connection_.accepted()), geteuid());
 }
 
+TEST_F(SocketOwnersTest, TellsWhoMadeTheOtherEndOfAnIpv6Connection) {
+    const auto connection = ipv6Connection();
+    if (!connection) {
+        GTEST_SKIP() << "no IPv6 here";
+    }
+    connection->connectOwn();
+    EXPECT_EQ(owners_.ownerOfPeer(connection->accepted()), geteuid());
+    connection->other().close();
+    EXPECT_EQ(owners_.ownerOfPeer(connection->accepted()), std::nullopt);
+}
+
+TEST_F(SocketOwnersTest, TellsItOfAnotherUserOfAnIpv6Connection) {
+    const auto connection = ipv6Connection();
+    if (!connection || geteuid() != 0) {
+        GTEST_SKIP() << "no IPv6 here, or not root, who alone can become another user";
+    }
+    connection->connectAsOtherUser();
+    EXPECT_EQ(owners_.ownerOfPeer(connection->accepted()), otherUser);
+}
+
 // The kernel says of a socket without a process that it is root's.
 TEST_F(SocketOwnersTest, WhoHasClosedIsNobody) {
     connection_.connectOwn();

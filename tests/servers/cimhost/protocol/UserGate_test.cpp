@@ -45,6 +45,24 @@ TEST(UserGate, AnotherUserIsNotAndIsCounted) {
               "let it in (1 so far)\n");
 }
 
+TEST(UserGate, UsersOfIpv6AreToldApartToo) {
+    const auto connection = ipv6Connection();
+    if (!connection) {
+        GTEST_SKIP() << "no IPv6 here";
+    }
+    connection->connectOwn();
+    EXPECT_EQ(outcome(UserGate(), connection->accepted()), "admitted");
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only root can become another user";
+    }
+    const auto foreign = ipv6Connection();
+    ASSERT_NE(foreign, nullptr);
+    foreign->connectAsOtherUser();
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(outcome(UserGate(), foreign->accepted()).substr(0, 3), "403");
+    EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST(UserGate, RootIsLetInByAnotherUsersServer) {
     if (geteuid() != 0) {
         GTEST_SKIP() << "only root can become another user";
