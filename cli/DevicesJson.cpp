@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "cli/DevicesJson.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <functional>
 #include <map>
 #include <numeric>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
@@ -23,6 +26,8 @@ using devicelist::Configuration;
 using devicelist::Device;
 using devicelist::Endpoint;
 using devicelist::Interface;
+
+using UseObject = std::function<void(Json&&)>;
 
 template <typename Value>
 Json orNull(const std::optional<Value>& value) {
@@ -160,50 +165,110 @@ Json controllersOf(const devicelist::DeviceList& list) {
     return controllers;
 }
 
-Json problemsOf(const devicelist::DeviceList& list,
-                const std::vector<devicelist::Finding>& findings) {
-    Json problems = Json::array();
+void forEachProblem(const devicelist::DeviceList& list,
+                    const std::vector<devicelist::Finding>& findings, const UseObject& use) {
     for (const devicelist::Finding& finding : findings) {
         Json object = Json::object();
         object["device"] = finding.device ? orNull(list.devices[*finding.device].portPath) : Json();
         object["kind"] = nameOf(finding.kind);
         object["line"] = orNull(finding.line);
         object["text"] = finding.fact;
-        problems.push_back(object);
+        use(std::move(object));
     }
-    return problems;
 }
 
-}  // namespace
+void forEachDevice(const ReportedList& reported, const std::vector<std::size_t>& wanted,
+                   const HardwareNames& names, const UseObject& use) {
+    for (const std::size_t position : wanted) {
+        const Device& device = reported.list().devices[position];
+        use(jsonOf(device, names.find(device), reported.coverage().devices[position].isInReport()));
+    }
+}
 
-Json devicesJson(const DeviceListSource& source, const ReportedList& reported,
-                 const std::vector<devicelist::Finding>& findings,
-                 const std::vector<std::size_t>& wanted, const HardwareNames& names) {
-    const devicelist::DeviceList& list = reported.list();
+/// The object with the arrays empty that can be long.
+Json frameOf(const DeviceListSource& source, const ReportedList& reported) {
     Json document = Json::object();
     document["format_version"] = devicesFormatVersion;
     document["source"]["kind"] = nameOf(source.kind);
     document["source"]["path"] = source.path;
     document["source"]["bytes"] = source.text.size();
-    document["controllers"] = controllersOf(list);
+    document["controllers"] = controllersOf(reported.list());
     document["devices"] = Json::array();
-    for (const std::size_t position : wanted) {
-        const Device& device = list.devices[position];
-        document["devices"].push_back(
-            jsonOf(device, names.find(device), reported.coverage().devices[position].isInReport()));
-    }
-    document["report"]["devices_in_list"] = list.devices.size();
+    document["report"]["devices_in_list"] = reported.list().devices.size();
     document["report"]["devices_in_report"] = reported.coverage().devicesInReport();
-    document["report"]["left_out"] = leftOutOf(reported);
-    document["problems"] = problemsOf(list, findings);
+    document["report"]["left_out"] = Json::array();
+    document["problems"] = Json::array();
     return document;
 }
 
+/// The text of an array, in the form of documentOf(), made object by object.
+class ArrayText {
+public:
+    ArrayText(std::size_t indentation, const std::function<void(std::string_view)>& use)
+        : lineStart_("\n" + std::string(indentation, ' ')), use_(use) {}
+
+    void add(const Json& object) {
+        std::string text = isEmpty_ ? "[" : ",";
+        isEmpty_ = false;
+        // The line feeds of an object's text are all between its members.
+        std::string lines = "\n" + documentOf(object);
+        lines.pop_back();
+        for (std::size_t begin = 0; begin < lines.size();) {
+            const std::size_t end = std::min(lines.find('\n', begin + 1), lines.size());
+            text.append(lineStart_).append("  ").append(lines, begin + 1, end - begin - 1);
+            begin = end;
+        }
+        use_(text);
+    }
+
+    void end() const { use_(isEmpty_ ? "[]" : lineStart_ + "]"); }
+
+private:
+    std::string lineStart_;
+    const std::function<void(std::string_view)>& use_;
+    bool isEmpty_ = true;
+};
+
+}  // namespace
+
 Json devicesJson(const DeviceListSource& source, const ReportedList& reported) {
-    std::vector<std::size_t> all(reported.list().devices.size());
+    const devicelist::DeviceList& list = reported.list();
+    std::vector<std::size_t> all(list.devices.size());
     std::iota(all.begin(), all.end(), std::size_t{0});
-    return devicesJson(source, reported, devicelist::findingsOf(reported.list()), all,
-                       HardwareNames());
+    Json document = frameOf(source, reported);
+    const auto addTo = [](Json& array) {
+        return [&array](Json&& object) { array.push_back(std::move(object)); };
+    };
+    forEachDevice(reported, all, HardwareNames(), addTo(document["devices"]));
+    document["report"]["left_out"] = leftOutOf(reported);
+    forEachProblem(list, devicelist::findingsOf(list), addTo(document["problems"]));
+    return document;
+}
+
+void writeDevicesJson(const DeviceListSource& source, const ReportedList& reported,
+                      const std::vector<devicelist::Finding>& findings,
+                      const std::vector<std::size_t>& wanted, const HardwareNames& names,
+                      const std::function<void(std::string_view)>& use) {
+    const std::string frame = documentOf(frameOf(source, reported));
+    std::size_t done = 0;
+    const auto arrayAt = [&](std::size_t indentation, const std::string& member) {
+        // No string can look so: line feeds are escaped in it.
+        const std::string label = "\n" + std::string(indentation, ' ') + '"' + member + "\": ";
+        const std::size_t array = frame.find(label, done) + label.size();
+        use(std::string_view(frame).substr(done, array - done));
+        done = array + std::string_view("[]").size();
+        return ArrayText(indentation, use);
+    };
+    ArrayText devices = arrayAt(2, "devices");
+    forEachDevice(reported, wanted, names, [&](Json&& object) { devices.add(object); });
+    devices.end();
+    ArrayText leftOut = arrayAt(4, "left_out");
+    forEachLeftOut(reported, [&](Json&& object) { leftOut.add(object); });
+    leftOut.end();
+    ArrayText problems = arrayAt(2, "problems");
+    forEachProblem(reported.list(), findings, [&](Json&& object) { problems.add(object); });
+    problems.end();
+    use(std::string_view(frame).substr(done));
 }
 
 }  // namespace usbhcdiag

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "cli/ReportedListJson.h"
 
+#include <utility>
+
 #include <nlohmann/json.hpp>
 
 namespace usbhcdiag {
@@ -35,17 +37,21 @@ Json mixed(const ReportedList& reported) {
 
 }  // namespace
 
-Json leftOutOf(const ReportedList& reported) {
-    Json array = Json::array();
+void forEachLeftOut(const ReportedList& reported, const std::function<void(Json&&)>& use) {
     for (std::size_t position = 0; position < reported.list().devices.size(); ++position) {
         const devicelist::DeviceCoverage& device = reported.coverage().devices[position];
         if (!device.isInReport()) {
             Json object = deviceOf(reported, position);
             object["reason"] = nameOf(*device.leftOut);
             object["text"] = reported.whyLeftOut(position);
-            array.push_back(object);
+            use(std::move(object));
         }
     }
+}
+
+Json leftOutOf(const ReportedList& reported) {
+    Json array = Json::array();
+    forEachLeftOut(reported, [&array](Json&& object) { array.push_back(std::move(object)); });
     return array;
 }
 

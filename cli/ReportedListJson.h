@@ -2,6 +2,8 @@
 // What the test's report holds of a device list, for programs.
 #pragma once
 
+#include <functional>
+
 #include "cli/ReportedList.h"
 #include "cli/Values.h"
 
@@ -13,7 +15,10 @@ namespace usbhcdiag {
 /// it.
 void addReportedList(Json& document, const ReportedList* list);
 
-/// The devices that the report does not hold, as an array. Any thread may call it.
+/// Calls `use` with an object for each device that the report does not hold. Any thread may call it.
+void forEachLeftOut(const ReportedList& reported, const std::function<void(Json&&)>& use);
+
+/// The same objects as an array. Any thread may call it.
 Json leftOutOf(const ReportedList& reported);
 
 }  // namespace usbhcdiag

@@ -6,6 +6,7 @@
 #include <iostream>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -84,9 +85,19 @@ public:
         return treeOf(reported_.list(), positions, texts);
     }
 
-    std::string json(const DeviceListSource& source,
-                     const std::vector<std::size_t>& positions) const {
-        return documentOf(devicesJson(source, reported_, findings_, positions, names_));
+    void printJson(const DeviceListSource& source,
+                   const std::vector<std::size_t>& positions) const {
+        constexpr std::size_t enough = 65536;
+        std::string text;
+        writeDevicesJson(source, reported_, findings_, positions, names_,
+                         [&text](std::string_view part) {
+                             text += part;
+                             if (text.size() >= enough) {
+                                 printDocument(text);
+                                 text.clear();
+                             }
+                         });
+        printDocument(text);
     }
 
 private:
@@ -109,7 +120,7 @@ ExitStatus listDevices(const DevicesRequest& request) {
     const Devices devices(source.text);
     const auto wanted = devices.wanted(request.filter);
     if (request.json) {
-        printDocument(devices.json(source, wanted));
+        devices.printJson(source, wanted);
     }
     if (devices.isEmpty()) {
         throw NothingRead(nothingReadOf(source.path, examineDeviceListText(source.text)));

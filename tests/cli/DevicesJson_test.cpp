@@ -2,6 +2,10 @@
 // The object that stands for a list: every member, also where the list tells nothing.
 #include "cli/DevicesJson.h"
 
+#include <numeric>
+#include <string>
+#include <vector>
+
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
@@ -17,6 +21,24 @@ Json parsed(const std::string& list) {
         device["product_name"] = nullptr;
     }
     return Json::parse(documentOf(document));
+}
+
+TEST(DevicesJson, IsWrittenInPartsAsAWhole) {
+    const std::string device =
+        "T:  Bus=01 Lev=00 Prnt=00 Port=00 Cnt=00 Dev#=  1 Spd=12  MxCh= 2\n"
+        "S:  Product=\\\n  \"devices\": []\xFF\n";
+    const std::string endpoint = "E:  Ad=81(I) Atr=03(Int.) MxPS=   4 Ivl=10ms\n";
+    for (const std::string& list :
+         {std::string(), device, device + endpoint, device + "?\n" + device + endpoint}) {
+        const ReportedList reported(list);
+        const DeviceListSource source{DeviceListSource::Kind::file, "\n  \"devices\": []", list};
+        std::vector<std::size_t> all(reported.list().devices.size());
+        std::iota(all.begin(), all.end(), std::size_t{0});
+        std::string text;
+        writeDevicesJson(source, reported, devicelist::findingsOf(reported.list()), all,
+                         HardwareNames(), [&text](std::string_view part) { text += part; });
+        EXPECT_EQ(text, documentOf(devicesJson(source, reported)));
+    }
 }
 
 TEST(DevicesJson, HasWhatTheListTells) {
