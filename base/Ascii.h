@@ -87,13 +87,8 @@ constexpr std::string_view lowerHexDigits = "0123456789abcdef";
 constexpr std::string_view upperHexDigits = "0123456789ABCDEF";
 
 /// Whether the text is made of decimal digits alone, or empty.
-constexpr bool isAllDigits(std::string_view text) {
-    for (const char character : text) {
-        if (!isDigit(character)) {
-            return false;
-        }
-    }
-    return true;
+inline bool isAllDigits(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return isDigit(c); });
 }
 
 /// Whether two texts are the same apart from the case of A to Z.
