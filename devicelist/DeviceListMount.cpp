@@ -185,17 +185,17 @@ void makeUnderCover(const std::string& path, const std::string& content = {}) {
     makeReadOnly(folder);
 }
 
-/// The name by which what is held can be found; "/proc/self/fd/..." names it in this process alone.
+/// The name by which what is held can be found; "/proc/self/fd/..." names it in this process alone. To be
+/// asked before the view is left: afterwards the kernel does not know where below the process's root it lies.
 std::string nameOf(const HeldFile& held) {
     std::array<char, PATH_MAX> name = {};
     const ssize_t length = readlink(held.path().c_str(), name.data(), name.size());
     return {name.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0))};
 }
 
-/// The same file, opened anew in the view that this process is in now: only mounts of its own can be
-/// bound. None if the file has no name there, or its name has been given to another.
-std::optional<HeldFile> openedInView(const HeldFile& held) {
-    const std::string name = nameOf(held);
+/// The same file, opened anew by its name in the view that this process is in now: only mounts of its own
+/// can be bound. None if the file has no name there, or its name has been given to another.
+std::optional<HeldFile> openedInView(const HeldFile& held, const std::string& name) {
     if (name.empty() || name.front() != '/' || !exists(name)) {
         return std::nullopt;
     }
@@ -230,9 +230,10 @@ void DeviceListMount::enter() const {
     if (faccessat(AT_FDCWD, path().c_str(), R_OK, AT_EACCESS) != 0) {
         fail("cannot read " + name_);
     }
+    const std::string name = nameOf(file_);
     leaveSharedMounts();
     // Before the cover, which may hide it.
-    const std::optional<HeldFile> file = openedInView(file_);
+    const std::optional<HeldFile> file = openedInView(file_, name);
     if (!file) {
         makeUnderCover(place_, contentOf(file_, name_));
         return;

@@ -158,6 +158,20 @@ TEST_F(DeviceListMountTest, TheFileIsOpenedOnceToBeReadAndToBeShown) {
     EXPECT_EXIT(openAndRename(list_, other), testing::ExitedWithCode(0), "^the list\nthe list\n$");
 }
 
+TEST_F(DeviceListMountTest, TheFileItselfIsShownBelowAnotherRoot) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only root can change the root";
+    }
+    const std::string root = folder_ + "/root";
+    std::filesystem::create_directory(root);
+    const std::string writeAndRead = "echo more >>" + list_ + "; cat " + place;
+    EXPECT_EQ(runCommand("unshare -m --propagation private sh -c 'mount --rbind / " + root +
+                         " && chroot " + root + " " + program + " " + list_ + " -- sh -c \"" +
+                         writeAndRead + "\"'")
+                  .output,
+              "the list\nmore\n");
+}
+
 TEST_F(DeviceListMountTest, WorksWithoutRootThroughAUserNamespace) {
     if (geteuid() != 0) {
         GTEST_SKIP() << "every other test shows it, run as an ordinary user";
