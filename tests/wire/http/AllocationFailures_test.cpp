@@ -2,6 +2,8 @@
 // The server when memory runs out at a single allocation of its threads: one client may be given up, the
 // next is served.
 #include <chrono>
+#include <filesystem>
+#include <iterator>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -38,6 +40,21 @@ std::size_t forEachFailure(const HttpServer& server, const std::string& request,
         check(answer);
     } while (failing_allocator::hasFailed() && !testing::Test::HasFailure());
     return failing - 1;
+}
+
+std::size_t threadCount() {
+    const std::filesystem::directory_iterator tasks("/proc/self/task");
+    return static_cast<std::size_t>(std::distance(begin(tasks), end(tasks)));
+}
+
+/// Waits until there are no more than `threads`. A thread of the server gives back the last of its memory
+/// after it has left its place.
+void awaitThreads(std::size_t threads) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (threadCount() > threads && std::chrono::steady_clock::now() < end) {
+        std::this_thread::yield();
+    }
+    ASSERT_EQ(threadCount(), threads);
 }
 
 }  // namespace
@@ -88,13 +105,11 @@ TEST(AllocationFailures, ServerLeaksNothing) {
         forEachFailure(server, request, [&](const std::string& /*answer*/) {});
         server.stop(std::chrono::seconds(20));
     };
+    const std::size_t threads = threadCount();
     use();
+    awaitThreads(threads);
     const long before = failing_allocator::piecesInUse();
     use();
-    // A thread gives back the last of its memory after it has left its place.
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (failing_allocator::piecesInUse() != before && std::chrono::steady_clock::now() < end) {
-        std::this_thread::yield();
-    }
+    awaitThreads(threads);
     EXPECT_EQ(failing_allocator::piecesInUse(), before);
 }
