@@ -5,10 +5,8 @@ devices_json_test.py PROGRAMS SOURCES [unittest options]"""
 import copy
 import json
 import re
-import subprocess
 import sys
 import unittest
-from pathlib import Path
 
 try:
     import jsonschema
@@ -16,13 +14,10 @@ except ImportError:
     print("skipped: this machine lacks python3-jsonschema")
     sys.exit(77)
 
-PROGRAMS = Path(sys.argv.pop(1)).resolve()
-SOURCES = Path(sys.argv.pop(1)).resolve()
-USBHCDIAG = str(PROGRAMS / "usbhcdiag")
-SAMPLES = SOURCES / "samples"
-LISTS = sorted(SAMPLES.glob("*.txt")) + sorted((SOURCES.parent / "shared" / "captures").glob("*.txt"))
+from lists import LISTS, SAMPLES, devices_of, field
+from programs import SOURCES, usbhcdiag
+
 SCHEMA = json.loads((SOURCES / "docs" / "json" / "devices.schema.json").read_text())
-PATIENCE = 60  # seconds, for a machine under load
 TYPES = {"Ctrl": "control", "Isoc": "isochronous", "Bulk": "bulk", "Int.": "interrupt"}
 DIRECTIONS = {"I": "in", "O": "out", "B": "both"}
 
@@ -43,16 +38,6 @@ def exactly(schema):
 VALIDATOR = jsonschema.Draft202012Validator(exactly(copy.deepcopy(SCHEMA)))
 
 
-def usbhcdiag(*words, **options):
-    return subprocess.run([USBHCDIAG, *map(str, words)], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                          timeout=PATIENCE, check=False, **options)
-
-
-def group(pattern, text):
-    found = re.search(pattern, text, re.MULTILINE)
-    return found.group(1) if found else None
-
-
 def as_utf8(text):
     """A string of a list that was read as ISO 8859-1, as JSON has it."""
     return None if text is None else text.encode("latin-1").decode("utf-8", "replace")
@@ -71,11 +56,11 @@ def expected_interfaces(block):
     interfaces = []
     for line in chosen[0].splitlines() if chosen else []:
         if line.startswith("I:"):
-            driver = group(r"Driver=(.*)$", line)
+            driver = field(r"Driver=(.*)$", line)
             interfaces.append({
-                "number": int(group(r"If#= *(\d+)", line)), "alternate": int(group(r"Alt= *(\d+)", line)),
-                "active": line[2] == "*", "class": group(r"Cls=(..)", line),
-                "subclass": group(r"Sub=(..)", line), "protocol": group(r"Prot=(..)", line),
+                "number": int(field(r"If#= *(\d+)", line)), "alternate": int(field(r"Alt= *(\d+)", line)),
+                "active": line[2] == "*", "class": field(r"Cls=(..)", line),
+                "subclass": field(r"Sub=(..)", line), "protocol": field(r"Prot=(..)", line),
                 "driver": None if driver in (None, "", "(none)") else driver, "endpoints": []})
         elif line.startswith("E:"):
             interfaces[-1]["endpoints"].append(expected_endpoint(line))
@@ -83,32 +68,21 @@ def expected_interfaces(block):
 
 
 def expected_devices(text):
-    paths = {}
-    for block in re.split(r"^(?=T:)", text, flags=re.MULTILINE)[1:]:
-        bus, level, parent, port, number = (int(group(name + r"= *(\d+)", block))
-                                            for name in ("Bus", "Lev", "Prnt", "Port", "Dev#"))
-        hub = paths.get((bus, parent))
-        if level == 0:
-            path = "usb%d" % bus
-        elif level == 1:
-            path = "%d-%d" % (bus, port + 1)
-        else:
-            path = "%s.%d" % (hub, port + 1) if hub else None
-        paths[bus, number] = path
-        speed = group(r"Spd=(\S+)", block)
-        vendor, product = group(r"Vendor=(\w+)", block), group(r"ProdID=(\w+)", block)
+    for block, bus, level, number, path in devices_of(text):
+        speed = field(r"Spd=(\S+)", block)
+        vendor, product = field(r"Vendor=(\w+)", block), field(r"ProdID=(\w+)", block)
         active = "\nC:*" in block
-        version, release = group(r"Ver= *(\S+)", block), group(r"Rev= *(\S+)", block)
+        version, release = field(r"Ver= *(\S+)", block), field(r"Rev= *(\S+)", block)
         yield {"bus": bus, "number": number, "level": level, "port_path": path,
                "parent": None if level == 0 or path is None else
                          "usb%d" % bus if level == 1 else path.rpartition(".")[0],
                "id": vendor and "%s:%s" % (vendor, product), "vendor_id": vendor, "product_id": product,
-               "vendor": as_utf8(group(r"^S:  Manufacturer=(.*)$", block)),
-               "product": as_utf8(group(r"^S:  Product=(.*)$", block)),
-               "serial": as_utf8(group(r"^S:  SerialNumber=(.*)$", block)),
+               "vendor": as_utf8(field(r"^S:  Manufacturer=(.*)$", block)),
+               "product": as_utf8(field(r"^S:  Product=(.*)$", block)),
+               "serial": as_utf8(field(r"^S:  SerialNumber=(.*)$", block)),
                "usb_version": version, "device_version": release,
                "speed_mbps": None if speed == "??" else float(speed), "configured": active,
-               "max_power_ma": int(group(r"^C:\*.*MxPwr= *(\d+)mA", block)) if active else None,
+               "max_power_ma": int(field(r"^C:\*.*MxPwr= *(\d+)mA", block)) if active else None,
                "interfaces": expected_interfaces(block)}
 
 

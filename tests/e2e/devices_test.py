@@ -7,46 +7,20 @@ import os
 import re
 import struct
 import subprocess
-import sys
 import tempfile
 import unittest
 from pathlib import Path
 
-PROGRAMS = Path(sys.argv.pop(1)).resolve()
-SOURCES = Path(sys.argv.pop(1)).resolve()
+from lists import LISTS, SAMPLES, devices_of, field
+from namespaces import in_namespaces
+from programs import USBHCDIAG, usbhcdiag
 
-from namespaces import PATIENCE, in_namespaces
-
-USBHCDIAG = str(PROGRAMS / "usbhcdiag")
-SAMPLES = SOURCES / "samples"
-CAPTURES = SOURCES.parent / "shared" / "captures"
-LISTS = sorted(SAMPLES.glob("*.txt")) + sorted(CAPTURES.glob("*.txt"))
 DESKTOP = SAMPLES / "uhci-ehci-desktop.txt"
-
-
-def usbhcdiag(*words, **options):
-    return subprocess.run([USBHCDIAG, *map(str, words)], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                          timeout=PATIENCE, check=False, **options)
-
-
-def field(pattern, text):
-    found = re.search(pattern, text, re.MULTILINE)
-    return found.group(1) if found else None
 
 
 def expected_devices(text):
     """Of each device of a list: port path, id, speed, drivers."""
-    paths = {}
-    for block in re.split(r"^(?=T:)", text, flags=re.MULTILINE)[1:]:
-        bus, level, parent, port, number = (int(field(name + r"= *(\d+)", block))
-                                            for name in ("Bus", "Lev", "Prnt", "Port", "Dev#"))
-        if level == 0:
-            path = "usb%d" % bus
-        elif level == 1:
-            path = "%d-%d" % (bus, port + 1)
-        else:
-            path = "%s.%d" % (paths[bus, parent], port + 1) if (bus, parent) in paths else None
-        paths[bus, number] = path
+    for block, _, _, _, path in devices_of(text):
         speed = field(r"Spd=(\S+)", block)
         vendor, product = field(r"Vendor=(\w+)", block), field(r"ProdID=(\w+)", block)
         active = re.search(r"^C:\*.*\n((?:[AIE]:.*\n?)*)", block, re.MULTILINE)

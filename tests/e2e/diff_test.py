@@ -5,26 +5,19 @@ import json
 import os
 import pty
 import subprocess
-import sys
 import tempfile
 import unittest
 from pathlib import Path
 
-PROGRAMS = Path(sys.argv.pop(1)).resolve()
-SOURCES = Path(sys.argv.pop(1)).resolve()
-
+from lists import LISTS, SAMPLES
 from namespaces import PATIENCE
+from programs import USBHCDIAG, usbhcdiag
 
-USBHCDIAG = str(PROGRAMS / "usbhcdiag")
-SAMPLES = SOURCES / "samples"
-CAPTURES = SOURCES.parent / "shared" / "captures"
-LISTS = sorted(SAMPLES.glob("*.txt")) + sorted(CAPTURES.glob("*.txt"))
 TODAY = SAMPLES / "xhci-today.txt"
 
 
 def diff(*words, **options):
-    return subprocess.run([USBHCDIAG, "diff", *map(str, words)], stdout=subprocess.PIPE,
-                          stderr=subprocess.PIPE, timeout=PATIENCE, check=False, **options)
+    return usbhcdiag("diff", *words, **options)
 
 
 class Diff(unittest.TestCase):
@@ -60,8 +53,7 @@ class Diff(unittest.TestCase):
     def test_a_redacted_list_differs_in_serial_numbers_alone(self):
         for path in LISTS:
             with self.subTest(path.name):
-                redacted = subprocess.run([USBHCDIAG, "record", "--redact", "-d", str(path)],
-                                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=PATIENCE, check=False).stdout
+                redacted = usbhcdiag("record", "--redact", "-d", path).stdout
                 run = diff(path, "-", "--json", input=redacted)
                 self.assertIn(run.returncode, (0, 1), run.stderr)
                 for difference in json.loads(run.stdout)["differences"]:

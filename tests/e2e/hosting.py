@@ -9,15 +9,13 @@ import sys
 import tempfile
 import unittest
 
+from namespaces import PATIENCE
+from programs import PROGRAMS, SOURCES
+
 NAMESPACE = "root/kavex"
-PROGRAMS = os.path.realpath(sys.argv.pop(1))
-SOURCES = os.path.realpath(sys.argv.pop(1))
 CIMHOST = os.path.join(PROGRAMS, "cimhost")
 MOF = os.path.join(SOURCES, "mof")
 OHCI_TREE = os.path.join(SOURCES, "samples", "ohci-tree.txt")
-
-# Sanitizers slow everything down; nothing here waits that long unless something hangs.
-PATIENCE = 60
 
 
 class CimHost:

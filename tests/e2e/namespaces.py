@@ -5,7 +5,8 @@ import subprocess
 import sys
 
 SKIPPED = 77
-PATIENCE = 60  # seconds, for a machine under load
+# Seconds. Sanitizers and load slow everything down; nothing waits that long unless something hangs.
+PATIENCE = 60
 
 
 def in_namespaces(user_namespace, script, *words):

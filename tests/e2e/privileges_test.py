@@ -9,9 +9,9 @@ import time
 import unittest
 from pathlib import Path
 
-from hosting import CIMHOST, OHCI_TREE, PATIENCE, PROGRAMS, CimHost
+from hosting import CIMHOST, OHCI_TREE, PATIENCE, CimHost
+from programs import USBHCDIAG
 
-USBHCDIAG = os.path.join(PROGRAMS, "usbhcdiag")
 NOTHING_LEFT = {"CapInh": "0000000000000000", "CapPrm": "0000000000000000", "CapEff": "0000000000000000",
                 "CapAmb": "0000000000000000", "NoNewPrivs": "1", "Seccomp": "2"}
 SOMEBODY = 54321

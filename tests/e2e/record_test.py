@@ -6,26 +6,15 @@ import pty
 import re
 import stat
 import subprocess
-import sys
 import tempfile
 import unittest
 from pathlib import Path
 
-PROGRAMS = Path(sys.argv.pop(1)).resolve()
-SOURCES = Path(sys.argv.pop(1)).resolve()
-
+from lists import LISTS, SAMPLES
 from namespaces import PATIENCE
+from programs import USBHCDIAG, usbhcdiag
 
-USBHCDIAG = str(PROGRAMS / "usbhcdiag")
-SAMPLES = SOURCES / "samples"
-CAPTURES = SOURCES.parent / "shared" / "captures"
-LISTS = sorted(SAMPLES.glob("*.txt")) + sorted(CAPTURES.glob("*.txt"))
 TODAY = SAMPLES / "xhci-today.txt"
-
-
-def usbhcdiag(*words, **options):
-    return subprocess.run([USBHCDIAG, *map(str, words)], stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                          timeout=PATIENCE, check=False, **options)
 
 
 def serials(text):

@@ -11,14 +11,14 @@ import tempfile
 import unittest
 from pathlib import Path
 
-PROGRAMS = Path(sys.argv.pop(1)).resolve()
-SOURCES = Path(sys.argv.pop(1)).resolve()
+from lists import SAMPLES
+from namespaces import in_namespaces, require_namespaces
+from programs import SOURCES, USBHCDIAG
+
 MAKE_SYSFS = str(Path(sys.argv.pop(1)).resolve())
 sys.path.insert(0, str(SOURCES / "tests"))
 import expected_report
-from namespaces import in_namespaces, require_namespaces
 
-USBHCDIAG = str(PROGRAMS / "usbhcdiag")
 SOMEBODY = "54321"
 ORIGIN = ("usbhcdiag: the device list was made from /sys/bus/usb/devices, since "
           "/sys/kernel/debug/usb/devices cannot be read (No such file or directory)")
@@ -105,7 +105,7 @@ class Run(Case):
         self.assertNotIn(ORIGIN, run.stderr)
 
     def test_a_list_of_choice_is_none_of_sysfs(self):
-        run = self.as_somebody("run", "--devices", str(SOURCES / "samples" / "ohci-tree.txt"))
+        run = self.as_somebody("run", "--devices", str(SAMPLES / "ohci-tree.txt"))
         self.assertEqual(run.returncode, 0, run.stderr)
         self.assertNotIn("made from", run.stderr)
 

@@ -19,14 +19,12 @@ import urllib.parse
 import urllib.request
 from pathlib import Path
 
-PROGRAMS = Path(sys.argv.pop(1)).resolve()
-SOURCES = Path(sys.argv.pop(1)).resolve()
-SAMPLES = SOURCES / "samples"
+from lists import LISTS, SAMPLES
+from namespaces import PATIENCE
+from programs import PROGRAMS, SOURCES, USBHCDIAG, usbhcdiag
+
 TREE = str(SAMPLES / "ohci-tree.txt")
-USBHCDIAG = str(PROGRAMS / "usbhcdiag")
 EXPECTED_REPORT = str(SOURCES / "tests" / "expected_report.py")
-CAPTURES = SOURCES.parent / "shared" / "captures"
-PATIENCE = 60  # seconds, for a machine under load
 
 # A device whose names hold what names must not: bytes that are not UTF-8, an escape sequence, a carriage
 # return, a C1 control character in UTF-8.
@@ -39,11 +37,6 @@ ODD_LIST = (b"T:  Bus=01 Lev=00 Prnt=00 Port=00 Cnt=00 Dev#=  1 Spd=12  MxCh= 2\
             b"C:* #Ifs= 1 Cfg#= 1 Atr=c0 MxPwr=  0mA\n"
             b"I:  If#= 0 Alt= 0 #EPs= 1 Cls=09(hub  ) Sub=00 Prot=00 Driver=hub\n"
             b"E:  Ad=81(I) Atr=03(Int.) MxPS=   2 Ivl=255ms\n")
-
-
-def usbhcdiag(*words, **options):
-    return subprocess.run([USBHCDIAG, *words], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-                          stderr=subprocess.PIPE, timeout=PATIENCE, check=False, **options)
 
 
 def expected_report(path):
@@ -248,8 +241,7 @@ class LeftOut(Case):
         self.assertEqual([device["position"] for device in document["mixed"]], [2])
 
     def test_what_is_said_is_the_difference_for_every_list(self):
-        lists = [*sorted(SAMPLES.glob("*.txt")), *sorted(CAPTURES.glob("*.txt"))]
-        for path in lists:
+        for path in LISTS:
             with self.subTest(path.name):
                 result = usbhcdiag("run", "--devices", str(path), "--json")
                 document = json.loads(result.stdout)
