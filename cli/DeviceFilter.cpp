@@ -18,29 +18,30 @@ std::optional<std::uint16_t> parseId(std::string_view text) {
     return text.size() == digits ? base::parseDigits<std::uint16_t>(text, 16) : std::nullopt;
 }
 
-bool isSame(std::string_view left, std::string_view right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](char a, char b) { return base::toLower(a) == base::toLower(b); });
-}
-
 /// Whether the class is meant: in words, by the kernel's abbreviation, or by two hexadecimal digits.
 bool isCalled(const devicelist::UsbClass& usbClass, const std::string& name) {
-    return isSame(name, classText(usbClass)) ||
-           isSame(name, devicelist::abbreviationOfClass(*usbClass.code)) ||
+    return base::equalIgnoringCase(name, classText(usbClass)) ||
+           base::equalIgnoringCase(name, devicelist::abbreviationOfClass(*usbClass.code)) ||
            (name.size() == 2 && base::parseDigits<std::uint8_t>(name, 16) == usbClass.code);
+}
+
+bool hasClass(const devicelist::Device& device, const std::string& name) {
+    const auto classes = classesOf(device);
+    return std::any_of(classes.begin(), classes.end(),
+                       [&name](const auto& usbClass) { return isCalled(usbClass, name); });
+}
+
+bool hasDriver(const devicelist::Device& device, const std::string& name) {
+    const auto drivers = driversOf(device);
+    return std::find(drivers.begin(), drivers.end(), name) != drivers.end();
 }
 
 }  // namespace
 
 bool DeviceFilter::accepts(const devicelist::Device& device, bool hasProblem) const {
-    const auto classes = classesOf(device);
-    const auto drivers = driversOf(device);
     return (!vendor || device.vendorId == vendor) && (!product || device.productId == product) &&
            (!bus || device.bus == bus) && (!onlyProblems || hasProblem) &&
-           (!usbClass ||
-            std::any_of(classes.begin(), classes.end(),
-                        [&](const auto& each) { return isCalled(each, *usbClass); })) &&
-           (!driver || std::find(drivers.begin(), drivers.end(), *driver) != drivers.end());
+           (!usbClass || hasClass(device, *usbClass)) && (!driver || hasDriver(device, *driver));
 }
 
 void DeviceFilter::setId(const std::string& text) {

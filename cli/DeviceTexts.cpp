@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdio>
 
+#include "base/Parts.h"
 #include "devicelist/ClassNames.h"
 
 namespace usbhcdiag {
@@ -14,14 +15,6 @@ using devicelist::Configuration;
 using devicelist::Device;
 using devicelist::Interface;
 using devicelist::UsbClass;
-
-std::string joined(const std::vector<std::string>& parts) {
-    std::string text;
-    for (const std::string& part : parts) {
-        text += (text.empty() ? "" : ", ") + part;
-    }
-    return text.empty() ? "-" : text;
-}
 
 template <typename Value>
 void addOnce(std::vector<Value>& values, const Value& value) {
@@ -45,13 +38,27 @@ std::string speedText(const Device& device) {
     return text.data();
 }
 
-std::vector<Interface> interfacesOf(const Device& device) {
+std::string idOf(const Device& device) {
+    if (!device.vendorId || !device.productId) {
+        return {};
+    }
+    std::array<char, 10> text{};
+    std::snprintf(text.data(), text.size(), "%04x:%04x", unsigned{*device.vendorId},
+                  unsigned{*device.productId});
+    return text.data();
+}
+
+std::string orDash(const std::string& text) {
+    return text.empty() ? "-" : text;
+}
+
+const std::vector<Interface>& interfacesOf(const Device& device) {
+    static const std::vector<Interface> none;
     const Configuration* active = device.activeConfiguration();
     if (active != nullptr) {
         return active->interfaces;
     }
-    return device.configurations.empty() ? std::vector<Interface>()
-                                         : device.configurations.front().interfaces;
+    return device.configurations.empty() ? none : device.configurations.front().interfaces;
 }
 
 std::vector<UsbClass> classesOf(const Device& device) {
@@ -94,7 +101,7 @@ std::string classesText(const Device& device) {
     for (const UsbClass& usbClass : classesOf(device)) {
         texts.push_back(classText(usbClass));
     }
-    return joined(texts);
+    return orDash(base::joined(texts, ", "));
 }
 
 std::vector<std::string> driversOf(const Device& device) {
@@ -113,7 +120,7 @@ std::string driversText(const Device& device) {
     if (!device.isConfigured().value_or(true)) {
         return "not configured";
     }
-    return joined(driversOf(device));
+    return orDash(base::joined(driversOf(device), ", "));
 }
 
 std::string nameText(const Device& device, const HardwareNames::Names& known) {

@@ -16,9 +16,15 @@ namespace usbhcdiag {
 /// "480 Mb/s", "1.5 Mb/s"; "-" if it is not known.
 std::string speedText(const devicelist::Device& device);
 
+/// The vendor and product of a device, "046d:c00e"; empty if the list does not tell.
+std::string idOf(const devicelist::Device& device);
+
+/// The text; "-" if there is none.
+std::string orDash(const std::string& text);
+
 /// The interfaces that tell what a device does: those of its active configuration; without one, those of
 /// its first.
-std::vector<devicelist::Interface> interfacesOf(const devicelist::Device& device);
+const std::vector<devicelist::Interface>& interfacesOf(const devicelist::Device& device);
 
 /// The classes of a device: its own, or, if that says nothing, those of its interfaces, each once.
 std::vector<devicelist::UsbClass> classesOf(const devicelist::Device& device);

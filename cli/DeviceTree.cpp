@@ -12,8 +12,6 @@
 namespace usbhcdiag {
 namespace {
 
-using devicelist::Device;
-
 class Tree {
 public:
     Tree(const devicelist::DeviceList& list, const std::vector<std::string>& texts)
@@ -39,30 +37,24 @@ public:
     }
 
     std::string draw() {
-        std::vector<std::string> controllers;
-        std::map<std::string, std::vector<std::size_t>> rootHubs;
+        std::vector<std::size_t> rootHubs;
         std::vector<std::size_t> others;
         children_.resize(list_.devices.size());
         for (std::size_t position = 0; position < list_.devices.size(); ++position) {
             if (!isShown_[position]) {
                 continue;
             }
-            const Device& device = list_.devices[position];
             if (hubOf_[position]) {
                 children_[*hubOf_[position]].push_back(position);
-            } else if (device.level == 0U) {
-                const std::string controller = devicelist::hostControllerOf(device);
-                if (rootHubs[controller].empty()) {
-                    controllers.push_back(controller);
-                }
-                rootHubs[controller].push_back(position);
+            } else if (list_.devices[position].level == 0U) {
+                rootHubs.push_back(position);
             } else {
                 others.push_back(position);
             }
         }
-        for (const std::string& controller : controllers) {
-            text_ += withoutControls(controller) + "\n";
-            drawAll(rootHubs[controller], "");
+        for (const auto& controller : devicelist::groupedByController(list_, rootHubs)) {
+            text_ += withoutControls(controller.id) + "\n";
+            drawAll(controller.rootHubs, "");
         }
         if (!others.empty()) {
             text_ += "at hubs that the list does not show\n";

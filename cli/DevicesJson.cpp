@@ -5,7 +5,6 @@
 #include <array>
 #include <cstdio>
 #include <functional>
-#include <map>
 #include <numeric>
 #include <optional>
 #include <string>
@@ -86,8 +85,6 @@ Json jsonOf(const Endpoint& endpoint) {
 }
 
 Json jsonOf(const Interface& interface) {
-    const bool hasDriver =
-        interface.driver && !interface.driver->empty() && *interface.driver != "(none)";
     Json object = Json::object();
     object["number"] = orNull(interface.number);
     object["alternate"] = orNull(interface.alternate);
@@ -98,7 +95,7 @@ Json jsonOf(const Interface& interface) {
     object["class_name"] = interface.usbClass.code
                                ? orNull(devicelist::wordsOfClass(*interface.usbClass.code))
                                : Json();
-    object["driver"] = hasDriver ? Json(*interface.driver) : Json();
+    object["driver"] = orNull(interface.takenBy());
     object["endpoints"] = Json::array();
     for (const Endpoint& endpoint : interface.endpoints) {
         object["endpoints"].push_back(jsonOf(endpoint));
@@ -143,24 +140,20 @@ Json controllerDriver(const Device& rootHub) {
 
 Json controllersOf(const devicelist::DeviceList& list) {
     Json controllers = Json::array();
-    std::map<std::string, std::size_t> places;
-    for (const Device& device : list.devices) {
-        if (device.level != 0U) {
-            continue;
+    for (const auto& [id, rootHubs] :
+         devicelist::groupedByController(list, devicelist::rootHubsOf(list))) {
+        const Device& first = list.devices[rootHubs.front()];
+        Json object = Json::object();
+        object["device_id"] = id;
+        object["name"] = orNull(first.product);
+        object["driver"] = controllerDriver(first);
+        object["buses"] = Json::array();
+        for (const std::size_t rootHub : rootHubs) {
+            if (list.devices[rootHub].bus) {
+                object["buses"].push_back(*list.devices[rootHub].bus);
+            }
         }
-        const std::string id = devicelist::hostControllerOf(device);
-        const auto [place, isNew] = places.emplace(id, controllers.size());
-        if (isNew) {
-            Json object = Json::object();
-            object["device_id"] = id;
-            object["name"] = orNull(device.product);
-            object["driver"] = controllerDriver(device);
-            object["buses"] = Json::array();
-            controllers.push_back(object);
-        }
-        if (device.bus) {
-            controllers[place->second]["buses"].push_back(*device.bus);
-        }
+        controllers.push_back(object);
     }
     return controllers;
 }

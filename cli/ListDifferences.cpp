@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
+#include "base/Parts.h"
 #include "cli/DeviceTexts.h"
-#include "cli/ReportedList.h"
 #include "cli/Table.h"
 
 namespace usbhcdiag {
@@ -15,10 +15,6 @@ using devicelist::Configuration;
 using devicelist::Device;
 using devicelist::DeviceDifference;
 using devicelist::DriverChange;
-
-std::string orDash(const std::string& text) {
-    return text.empty() ? "-" : text;
-}
 
 std::string was(const std::string& after, const std::string& before) {
     return after + ", was " + before;
@@ -62,6 +58,11 @@ std::string ListDifferences::kindOf(const DeviceDifference& difference) {
     return difference.port ? "moved" : "changed";
 }
 
+const Device& ListDifferences::deviceOf(const DeviceDifference& difference) const {
+    return difference.after ? after_.devices[*difference.after]
+                            : before_.devices[*difference.before];
+}
+
 std::string ListDifferences::details(const DeviceDifference& difference) const {
     if (!difference.before || !difference.after) {
         return {};
@@ -69,9 +70,7 @@ std::string ListDifferences::details(const DeviceDifference& difference) const {
     const Device& before = before_.devices[*difference.before];
     const Device& after = after_.devices[*difference.after];
     std::string text;
-    const auto add = [&text](const std::string& part) {
-        text += (text.empty() ? "" : "; ") + part;
-    };
+    const auto add = [&text](const std::string& part) { base::appendPart(text, "; ", part); };
     if (difference.port) {
         add("was at " + orDash(before.portPath));
     }
@@ -97,8 +96,7 @@ std::string ListDifferences::table(const HardwareNames& names, bool bold) const 
     }
     Table table({"CHANGE", "PORT", "ID", "NAME", "WHAT"});
     for (const DeviceDifference& difference : differences_) {
-        const Device& device = difference.after ? after_.devices[*difference.after]
-                                                : before_.devices[*difference.before];
+        const Device& device = deviceOf(difference);
         table.addRow({kindOf(difference), orDash(device.portPath), orDash(idOf(device)),
                       nameText(device, names.find(device)), details(difference)});
     }

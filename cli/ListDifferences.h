@@ -23,6 +23,9 @@ public:
     /// What became of a device: "removed", "added", "moved" or "changed".
     static std::string kindOf(const devicelist::DeviceDifference& difference);
 
+    /// A device as it is after the difference; as it was before if it is gone.
+    const devicelist::Device& deviceOf(const devicelist::DeviceDifference& difference) const;
+
     /// What is different of a device in both lists: "was at 1-2; 12 Mb/s, was 480 Mb/s".
     std::string details(const devicelist::DeviceDifference& difference) const;
 

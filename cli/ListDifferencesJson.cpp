@@ -6,7 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "cli/ReportedList.h"
+#include "cli/DeviceTexts.h"
 
 namespace usbhcdiag {
 namespace {
@@ -39,11 +39,9 @@ Json jsonOf(const Device& device) {
     object["drivers"] = Json::object();
     if (active != nullptr) {
         for (const Interface& interface : active->interfaces) {
-            const bool hasDriver =
-                interface.driver && !interface.driver->empty() && *interface.driver != "(none)";
             if (interface.number) {
                 object["drivers"].emplace(std::to_string(*interface.number),
-                                          hasDriver ? Json(*interface.driver) : Json());
+                                          orNull(interface.takenBy()));
             }
         }
     }
@@ -77,8 +75,7 @@ Json differencesJson(const ListDifferences& differences) {
     document["same"] = differences.areNone();
     document["differences"] = Json::array();
     for (const DeviceDifference& difference : differences.all()) {
-        const Device& device = difference.after ? differences.after().devices[*difference.after]
-                                                : differences.before().devices[*difference.before];
+        const Device& device = differences.deviceOf(difference);
         Json object = Json::object();
         object["kind"] = ListDifferences::kindOf(difference);
         object["id"] = orNull(idOf(device));

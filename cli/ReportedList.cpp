@@ -2,23 +2,20 @@
 #include "cli/ReportedList.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <vector>
 
+#include "base/Parts.h"
+#include "cli/DeviceTexts.h"
 #include "cli/TerminalText.h"
 #include "devicelist/DeviceListReader.h"
 
 namespace usbhcdiag {
 namespace {
 
+using base::appendPart;
 using devicelist::BlockField;
 using devicelist::DeviceCoverage;
 using devicelist::LeftOut;
-
-void append(std::string& text, const char* separator, const std::string& part) {
-    text += (text.empty() ? "" : separator) + part;
-}
 
 const char* labelOf(BlockField field) {
     switch (field) {
@@ -45,7 +42,7 @@ const char* labelOf(BlockField field) {
 std::string labelsOf(const std::vector<BlockField>& fields) {
     std::string text;
     for (const BlockField field : fields) {
-        append(text, ", ", labelOf(field));
+        appendPart(text, ", ", labelOf(field));
     }
     return text;
 }
@@ -85,25 +82,27 @@ std::string ReportedList::reason() const {
     };
     std::string text;
     if (some(LeftOut::beyondReadSize)) {
-        append(text, "; ",
-               "the test reads the first " + readSize() + " of its " + std::to_string(size_) +
-                   " bytes");
+        appendPart(text, "; ",
+                   "the test reads the first " + readSize() + " of its " + std::to_string(size_) +
+                       " bytes");
     }
     if (some(LeftOut::afterZeroByte)) {
-        append(text, "; ", "it holds a zero byte, where the test stops");
+        appendPart(text, "; ", "it holds a zero byte, where the test stops");
     }
     if (some(LeftOut::unfinishedLine)) {
-        append(text, "; ", "its last line has no line feed, and is not read");
+        appendPart(text, "; ", "its last line has no line feed, and is not read");
     }
     if (some(LeftOut::lastLine)) {
-        append(text, "; ", "it begins with an empty line, for which " + lastLine_ + " is not read");
+        appendPart(text, "; ",
+                   "it begins with an empty line, for which " + lastLine_ + " is not read");
     }
     if (some(LeftOut::noEndpoint)) {
-        append(text, "; ", "a device without endpoint (\"E:\") has no block");
+        appendPart(text, "; ", "a device without endpoint (\"E:\") has no block");
     }
     if (std::any_of(coverage_.devices.begin(), coverage_.devices.end(),
                     [](const DeviceCoverage& device) { return !device.foreign.empty(); })) {
-        append(text, "; ", "what follows a device's first endpoint, or has none, goes to the next");
+        appendPart(text, "; ",
+                   "what follows a device's first endpoint, or has none, goes to the next");
     }
     return text;
 }
@@ -115,7 +114,7 @@ std::string ReportedList::whyLeftOut(std::size_t position) const {
     }
     std::string lentTo;
     for (const std::size_t block : device.lentTo) {
-        append(lentTo, ", ", nameOf(block));
+        appendPart(lentTo, ", ", nameOf(block));
     }
     return textOf(*device.leftOut) +
            (lentTo.empty() ? "" : "; its fields stand in the block of " + lentTo);
@@ -124,9 +123,9 @@ std::string ReportedList::whyLeftOut(std::size_t position) const {
 std::string ReportedList::whyMixed(std::size_t position) const {
     std::string text;
     for (const devicelist::ForeignFields& foreign : coverage_.devices[position].foreign) {
-        append(text, "; ",
-               labelsOf(foreign.fields) + " of " +
-                   (foreign.source ? nameOf(*foreign.source) : "no device of the list"));
+        appendPart(text, "; ",
+                   labelsOf(foreign.fields) + " of " +
+                       (foreign.source ? nameOf(*foreign.source) : "no device of the list"));
     }
     return text.empty() ? text : "its block has " + text;
 }
@@ -168,16 +167,6 @@ std::string ReportedList::nameOf(std::size_t position) const {
     const std::string id = idOf(device);
     text += id.empty() ? "" : " (" + id + ")";
     return text + (device.portPath.empty() ? "" : " at " + device.portPath);
-}
-
-std::string idOf(const devicelist::Device& device) {
-    if (!device.vendorId || !device.productId) {
-        return {};
-    }
-    std::array<char, 10> text{};
-    std::snprintf(text.data(), text.size(), "%04x:%04x", unsigned{*device.vendorId},
-                  unsigned{*device.productId});
-    return text.data();
 }
 
 }  // namespace usbhcdiag

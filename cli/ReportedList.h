@@ -47,7 +47,4 @@ private:
     devicelist::ReportCoverage coverage_;
 };
 
-/// The vendor and product of a device, "046d:c00e"; empty if the list does not tell.
-std::string idOf(const devicelist::Device& device);
-
 }  // namespace usbhcdiag

@@ -5,6 +5,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "cli/DeviceTexts.h"
+
 namespace usbhcdiag {
 namespace {
 

@@ -65,6 +65,12 @@ std::optional<Endpoint::Type> Endpoint::type() const {
     return static_cast<Type>(*attributes & typeBits);
 }
 
+std::optional<std::string_view> Interface::takenBy() const {
+    return driver && !driver->empty() && *driver != noDriver
+               ? std::optional<std::string_view>(*driver)
+               : std::nullopt;
+}
+
 const Configuration* Device::activeConfiguration() const {
     const auto found =
         std::find_if(configurations.begin(), configurations.end(),

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace devicelist {
@@ -38,6 +39,9 @@ struct Endpoint {
     std::optional<Type> type() const;
 };
 
+/// What a list has in place of a driver where none took the interface.
+constexpr std::string_view noDriver = "(none)";
+
 /// An "I:" line with its endpoints: one alternate setting of an interface.
 struct Interface {
     /// False: there is no line of it; the list shows endpoints where one should stand before them.
@@ -47,10 +51,13 @@ struct Interface {
     std::optional<unsigned> alternate;
     std::optional<unsigned> endpointCount;  ///< as announced; see `endpoints` for those listed
     UsbClass usbClass;
-    /// As the list has it: "(none)" if no driver took the interface; empty in a configuration that
+    /// As the list has it: noDriver if no driver took the interface; empty in a configuration that
     /// is not active; no value if the kernel names no drivers.
     std::optional<std::string> driver;
     std::vector<Endpoint> endpoints;
+
+    /// The driver that took the interface; no value if none did, or none is named.
+    std::optional<std::string_view> takenBy() const;
 };
 
 /// An "A:" line: interfaces that make up one function.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "devicelist/Findings.h"
 
-#include <algorithm>
 #include <array>
 #include <set>
 
@@ -12,6 +11,18 @@ namespace {
 constexpr std::uint16_t usb3 = 0x0300;
 constexpr double highSpeed = 480;
 constexpr int busyPercent = 80;
+
+/// The numbers of the interfaces that no driver took, in the list's order, each once.
+std::vector<std::optional<unsigned>> unclaimedInterfaces(const Configuration& configuration) {
+    std::vector<std::optional<unsigned>> numbers;
+    std::set<std::optional<unsigned>> known;
+    for (const Interface& interface : configuration.interfaces) {
+        if (interface.driver == noDriver && known.insert(interface.number).second) {
+            numbers.push_back(interface.number);
+        }
+    }
+    return numbers;
+}
 
 class Finder {
 public:
@@ -33,8 +44,6 @@ public:
         takeProblems(static_cast<std::size_t>(-1), list_.devices.empty()
                                                        ? std::nullopt
                                                        : std::optional(list_.devices.size() - 1));
-        std::stable_sort(found_.begin(), found_.end(),
-                         [](const Finding& a, const Finding& b) { return a.device < b.device; });
         return std::move(found_);
     }
 
@@ -52,14 +61,10 @@ private:
         if (!device.isConfigured().value_or(true)) {
             add(Finding::Kind::unconfigured, "no configuration is active");
         }
-        std::set<std::optional<unsigned>> unclaimed;
-        for (const Interface& interface :
-             active == nullptr ? std::vector<Interface>() : active->interfaces) {
-            if (interface.driver == "(none)" && unclaimed.insert(interface.number).second) {
+        if (active != nullptr) {
+            for (const auto& number : unclaimedInterfaces(*active)) {
                 add(Finding::Kind::unclaimed,
-                    "interface " +
-                        (interface.number ? std::to_string(*interface.number) : std::string("?")) +
-                        " has no driver");
+                    "interface " + (number ? std::to_string(*number) : "?") + " has no driver");
             }
         }
         if (device.bandwidth && device.bandwidth->percent.value_or(0) > busyPercent) {

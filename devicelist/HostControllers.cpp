@@ -6,6 +6,8 @@
 #include <set>
 #include <string_view>
 #include <system_error>
+#include <unordered_map>
+#include <utility>
 
 #include "base/Ascii.h"
 #include "devicelist/DeviceListFile.h"
@@ -57,17 +59,35 @@ std::string hostControllerOf(const Device& rootHub) {
                       : "usb" + (rootHub.bus ? std::to_string(*rootHub.bus) : std::string());
 }
 
+std::vector<std::size_t> rootHubsOf(const DeviceList& list) {
+    std::vector<std::size_t> positions;
+    for (std::size_t position = 0; position < list.devices.size(); ++position) {
+        if (list.devices[position].level == 0U) {
+            positions.push_back(position);
+        }
+    }
+    return positions;
+}
+
+std::vector<HostController> groupedByController(const DeviceList& list,
+                                                const std::vector<std::size_t>& rootHubs) {
+    std::vector<HostController> controllers;
+    std::unordered_map<std::string, std::size_t> places;
+    for (const std::size_t rootHub : rootHubs) {
+        std::string id = hostControllerOf(list.devices[rootHub]);
+        const auto [place, isNew] = places.emplace(id, controllers.size());
+        if (isNew) {
+            controllers.push_back({std::move(id), {}});
+        }
+        controllers[place->second].rootHubs.push_back(rootHub);
+    }
+    return controllers;
+}
+
 std::vector<std::string> hostControllersOfList(const DeviceList& list) {
     std::vector<std::string> controllers;
-    std::set<std::string> known;
-    for (const Device& device : list.devices) {
-        if (device.level != 0U) {
-            continue;
-        }
-        const std::string controller = hostControllerOf(device);
-        if (known.insert(controller).second) {
-            controllers.push_back(controller);
-        }
+    for (HostController& controller : groupedByController(list, rootHubsOf(list))) {
+        controllers.push_back(std::move(controller.id));
     }
     if (controllers.empty()) {
         controllers.emplace_back("usbhc0");

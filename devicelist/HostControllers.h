@@ -2,6 +2,7 @@
 // The USB host controllers of this machine, or of the one that a device list is about.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,19 @@ std::vector<std::string> hostControllersOfMachine(const std::string& sysfs);
 
 /// The host controller of a root hub, by the first two of the rules of hostControllersOfList().
 std::string hostControllerOf(const Device& rootHub);
+
+/// A host controller with the positions of its root hubs in a list.
+struct HostController {
+    std::string id;
+    std::vector<std::size_t> rootHubs;
+};
+
+/// The positions of the root hubs in a list.
+std::vector<std::size_t> rootHubsOf(const DeviceList& list);
+
+/// The host controllers of the root hubs at these positions, each once, in their order.
+std::vector<HostController> groupedByController(const DeviceList& list,
+                                                const std::vector<std::size_t>& rootHubs);
 
 /// The host controllers of a device list, one for each root hub, in the list's order:
 /// 1. The serial number of a root hub, if it is a bus address (it contains a dot or a colon, as

@@ -121,7 +121,7 @@ std::optional<double> speedOf(const path& folder) {
 std::string driverOf(const path& interfaceFolder) {
     std::error_code failure;
     const path driver = std::filesystem::read_symlink(interfaceFolder / "driver", failure);
-    return failure ? "(none)" : driver.filename().string();
+    return failure ? std::string(noDriver) : driver.filename().string();
 }
 
 /// Marks the configuration of that value as active, and what of it is in use.

@@ -11,6 +11,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "base/Parts.h"
 #include "cli/DeviceListSource.h"
 #include "cli/DeviceTexts.h"
 #include "cli/DeviceTree.h"
@@ -31,10 +32,6 @@ namespace {
 
 using devicelist::Device;
 
-std::string orDash(const std::string& text) {
-    return text.empty() ? "-" : text;
-}
-
 /// A list with all that is said of its devices.
 class Devices {
 public:
@@ -42,8 +39,7 @@ public:
         : reported_(text), findings_(devicelist::findingsOf(reported_.list())) {
         for (const devicelist::Finding& finding : findings_) {
             if (finding.device) {
-                std::string& facts = facts_[*finding.device];
-                facts += (facts.empty() ? "" : "; ") + finding.fact;
+                base::appendPart(facts_[*finding.device], "; ", finding.fact);
             }
         }
     }

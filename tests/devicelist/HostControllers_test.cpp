@@ -156,5 +156,28 @@ TEST_F(HostControllersTest, ATerminalIsLeftForTheProvider) {
     EXPECT_EQ(hostControllersOfFile(path), Names{"usbhc0"});
 }
 
+TEST(RootHubs, AreGroupedByTheirControllerInTheOrderGiven) {
+    const auto rootHub = [](const std::string& bus, const std::string& address) {
+        return "T:  Bus=" + bus + " Lev=00 Prnt=00 Port=00 Cnt=00 Dev#=  1 Spd=480  MxCh= 4\n" +
+               "S:  SerialNumber=" + address + "\n";
+    };
+    const DeviceList list =
+        readDeviceList(rootHub("03", "0000:00:1a.0") + rootHub("01", "0000:00:14.0") +
+                       "T:  Bus=01 Lev=01 Prnt=01 Port=00 Cnt=01 Dev#=  2 Spd=12  MxCh= 0\n" +
+                       rootHub("02", "0000:00:14.0"));
+    EXPECT_EQ(rootHubsOf(list), (std::vector<std::size_t>{0, 1, 3}));
+    const auto all = groupedByController(list, rootHubsOf(list));
+    ASSERT_EQ(all.size(), 2U);
+    EXPECT_EQ(all[0].id, "0000:00:1a.0");
+    EXPECT_EQ(all[0].rootHubs, std::vector<std::size_t>{0});
+    EXPECT_EQ(all[1].id, "0000:00:14.0");
+    EXPECT_EQ(all[1].rootHubs, (std::vector<std::size_t>{1, 3}));
+    const auto some = groupedByController(list, {3, 0});
+    ASSERT_EQ(some.size(), 2U);
+    EXPECT_EQ(some[0].id, "0000:00:14.0");
+    EXPECT_EQ(some[0].rootHubs, std::vector<std::size_t>{3});
+    EXPECT_TRUE(groupedByController(list, {}).empty());
+}
+
 }  // namespace
 }  // namespace devicelist
