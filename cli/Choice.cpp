@@ -5,7 +5,7 @@
 #include "cli/Note.h"
 #include "cli/NothingRead.h"
 #include "cli/TerminalText.h"
-#include "cli/Values.h"
+#include "cli/ValueTexts.h"
 #include "contract/Names.h"
 
 namespace usbhcdiag {

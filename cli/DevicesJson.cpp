@@ -1,18 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "cli/DevicesJson.h"
 
-#include <algorithm>
 #include <array>
-#include <cstdio>
-#include <functional>
 #include <numeric>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 
-#include <nlohmann/json.hpp>
-
+#include "base/Ascii.h"
 #include "cli/DeviceTexts.h"
 #include "cli/ReportedListJson.h"
 #include "devicelist/ClassNames.h"
@@ -26,242 +21,189 @@ using devicelist::Device;
 using devicelist::Endpoint;
 using devicelist::Interface;
 
-using UseObject = std::function<void(Json&&)>;
-
-template <typename Value>
-Json orNull(const std::optional<Value>& value) {
-    return value ? Json(*value) : Json();
-}
-
-Json orNull(std::string_view text) {
-    return text.empty() ? Json() : Json(text);
-}
-
 /// In lower case, with leading zeros.
 template <typename Unsigned>
-Json hexadecimal(const std::optional<Unsigned>& number) {
+std::optional<std::string> hexadecimal(const std::optional<Unsigned>& number) {
     if (!number) {
-        return {};
+        return std::nullopt;
     }
-    std::array<char, 9> text{};
-    std::snprintf(text.data(), text.size(), "%0*x", static_cast<int>(2 * sizeof(Unsigned)),
-                  unsigned{*number});
-    return text.data();
+    constexpr unsigned digitBits = 4;
+    std::string text(2 * sizeof(Unsigned), '0');
+    unsigned rest = *number;
+    for (auto digit = text.rbegin(); digit != text.rend(); ++digit) {
+        *digit = base::lowerHexDigits[rest & 0xFU];
+        rest >>= digitBits;
+    }
+    return text;
 }
 
 /// Binary coded decimal: "2.00".
-Json version(const std::optional<std::uint16_t>& number) {
-    if (!number) {
-        return {};
+std::optional<std::string> version(const std::optional<std::uint16_t>& number) {
+    const std::optional<std::string> digits = hexadecimal(number);
+    if (!digits) {
+        return std::nullopt;
     }
-    constexpr unsigned byteBits = 8;
-    constexpr unsigned lowByte = 0xff;
-    std::array<char, 9> text{};
-    std::snprintf(text.data(), text.size(), "%x.%02x", unsigned{*number} >> byteBits,
-                  *number & lowByte);
-    return text.data();
+    const std::size_t first = digits->front() == '0' ? 1 : 0;
+    return digits->substr(first, 2 - first) + "." + digits->substr(2);
 }
 
-Json directionOf(const Endpoint& endpoint) {
-    constexpr std::array<const char*, 3> names = {"out", "in", "both"};
+std::optional<std::string_view> directionOf(const Endpoint& endpoint) {
+    constexpr std::array<std::string_view, 3> names = {"out", "in", "both"};
     const auto direction = endpoint.direction();
-    return direction ? Json(names.at(static_cast<std::size_t>(*direction))) : Json();
+    return direction ? std::optional(names.at(static_cast<std::size_t>(*direction))) : std::nullopt;
 }
 
-Json typeOf(const Endpoint& endpoint) {
-    constexpr std::array<const char*, 4> names = {"control", "isochronous", "bulk", "interrupt"};
+std::optional<std::string_view> typeOf(const Endpoint& endpoint) {
+    constexpr std::array<std::string_view, 4> names = {"control", "isochronous", "bulk",
+                                                       "interrupt"};
     const auto type = endpoint.type();
-    return type ? Json(names.at(static_cast<std::size_t>(*type))) : Json();
+    return type ? std::optional(names.at(static_cast<std::size_t>(*type))) : std::nullopt;
 }
 
-Json jsonOf(const Endpoint& endpoint) {
-    Json object = Json::object();
-    object["address"] = hexadecimal(endpoint.address);
-    object["direction"] = directionOf(endpoint);
-    object["type"] = typeOf(endpoint);
-    object["max_packet_bytes"] = orNull(endpoint.maxPacketSize);
-    object["interval"] = orNull(endpoint.intervalMicroseconds);
-    return object;
+void write(JsonWriter& json, const Endpoint& endpoint) {
+    json.beginObject();
+    json.member("address", hexadecimal(endpoint.address));
+    json.member("direction", directionOf(endpoint));
+    json.member("type", typeOf(endpoint));
+    json.member("max_packet_bytes", endpoint.maxPacketSize);
+    json.member("interval", endpoint.intervalMicroseconds);
+    json.endObject();
 }
 
-Json jsonOf(const Interface& interface) {
-    Json object = Json::object();
-    object["number"] = orNull(interface.number);
-    object["alternate"] = orNull(interface.alternate);
-    object["active"] = interface.active;
-    object["class"] = hexadecimal(interface.usbClass.code);
-    object["subclass"] = hexadecimal(interface.usbClass.subclass);
-    object["protocol"] = hexadecimal(interface.usbClass.protocol);
-    object["class_name"] = interface.usbClass.code
-                               ? orNull(devicelist::wordsOfClass(*interface.usbClass.code))
-                               : Json();
-    object["driver"] = orNull(interface.takenBy());
-    object["endpoints"] = Json::array();
+void write(JsonWriter& json, const Interface& interface) {
+    const devicelist::UsbClass& usbClass = interface.usbClass;
+    json.beginObject();
+    json.member("number", interface.number);
+    json.member("alternate", interface.alternate);
+    json.member("active", interface.active);
+    json.member("class", hexadecimal(usbClass.code));
+    json.member("subclass", hexadecimal(usbClass.subclass));
+    json.member("protocol", hexadecimal(usbClass.protocol));
+    json.textOrNull("class_name", usbClass.code ? devicelist::wordsOfClass(*usbClass.code) : "");
+    json.member("driver", interface.takenBy());
+    json.key("endpoints");
+    json.beginArray();
     for (const Endpoint& endpoint : interface.endpoints) {
-        object["endpoints"].push_back(jsonOf(endpoint));
+        write(json, endpoint);
     }
-    return object;
+    json.endArray();
+    json.endObject();
 }
 
-Json jsonOf(const Device& device, const HardwareNames::Names& known, bool isInReport) {
+void write(JsonWriter& json, const Device& device, const HardwareNames::Names& known,
+           bool isInReport) {
     const Configuration* active = device.activeConfiguration();
-    Json object = Json::object();
-    object["bus"] = orNull(device.bus);
-    object["number"] = orNull(device.number);
-    object["parent"] = orNull(parentPath(device.portPath));
-    object["port_path"] = orNull(device.portPath);
-    object["level"] = orNull(device.level);
-    object["id"] = orNull(idOf(device));
-    object["vendor_id"] = hexadecimal(device.vendorId);
-    object["product_id"] = hexadecimal(device.productId);
-    object["vendor"] = orNull(device.manufacturer);
-    object["product"] = orNull(device.product);
-    object["serial"] = orNull(device.serialNumber);
-    object["vendor_name"] = orNull(known.vendor);
-    object["product_name"] = orNull(known.product);
-    object["usb_version"] = version(device.usbVersion);
-    object["device_version"] = version(device.release);
-    object["speed_mbps"] = orNull(device.speed);
-    object["max_power_ma"] = active == nullptr ? Json() : orNull(active->maxPowerMilliamperes);
-    object["configured"] = active != nullptr;
-    object["interfaces"] = Json::array();
+    json.beginObject();
+    json.member("bus", device.bus);
+    json.member("number", device.number);
+    json.textOrNull("parent", parentPath(device.portPath));
+    json.textOrNull("port_path", device.portPath);
+    json.member("level", device.level);
+    json.textOrNull("id", idOf(device));
+    json.member("vendor_id", hexadecimal(device.vendorId));
+    json.member("product_id", hexadecimal(device.productId));
+    json.member("vendor", device.manufacturer);
+    json.member("product", device.product);
+    json.member("serial", device.serialNumber);
+    json.textOrNull("vendor_name", known.vendor);
+    json.textOrNull("product_name", known.product);
+    json.member("usb_version", version(device.usbVersion));
+    json.member("device_version", version(device.release));
+    json.member("speed_mbps", device.speed);
+    json.member("max_power_ma", active == nullptr ? std::nullopt : active->maxPowerMilliamperes);
+    json.member("configured", active != nullptr);
+    json.key("interfaces");
+    json.beginArray();
     for (const Interface& interface : interfacesOf(device)) {
-        object["interfaces"].push_back(jsonOf(interface));
+        write(json, interface);
     }
-    object["in_report"] = isInReport;
-    return object;
+    json.endArray();
+    json.member("in_report", isInReport);
+    json.endObject();
 }
 
 /// The kernel names the driver of a host controller at the end of the root hub's manufacturer.
-Json controllerDriver(const Device& rootHub) {
+std::string controllerDriver(const Device& rootHub) {
     const std::string maker = rootHub.manufacturer.value_or("");
-    return maker.rfind("Linux ", 0) == 0 ? orNull(maker.substr(maker.rfind(' ') + 1)) : Json();
+    return maker.rfind("Linux ", 0) == 0 ? maker.substr(maker.rfind(' ') + 1) : "";
 }
 
-Json controllersOf(const devicelist::DeviceList& list) {
-    Json controllers = Json::array();
+void writeControllers(JsonWriter& json, const devicelist::DeviceList& list) {
+    json.beginArray();
     for (const auto& [id, rootHubs] :
          devicelist::groupedByController(list, devicelist::rootHubsOf(list))) {
         const Device& first = list.devices[rootHubs.front()];
-        Json object = Json::object();
-        object["device_id"] = id;
-        object["name"] = orNull(first.product);
-        object["driver"] = controllerDriver(first);
-        object["buses"] = Json::array();
+        json.beginObject();
+        json.member("device_id", id);
+        json.member("name", first.product);
+        json.textOrNull("driver", controllerDriver(first));
+        json.key("buses");
+        json.beginArray();
         for (const std::size_t rootHub : rootHubs) {
             if (list.devices[rootHub].bus) {
-                object["buses"].push_back(*list.devices[rootHub].bus);
+                json.value(*list.devices[rootHub].bus);
             }
         }
-        controllers.push_back(object);
+        json.endArray();
+        json.endObject();
     }
-    return controllers;
+    json.endArray();
 }
 
-void forEachProblem(const devicelist::DeviceList& list,
-                    const std::vector<devicelist::Finding>& findings, const UseObject& use) {
-    for (const devicelist::Finding& finding : findings) {
-        Json object = Json::object();
-        object["device"] = finding.device ? orNull(list.devices[*finding.device].portPath) : Json();
-        object["kind"] = nameOf(finding.kind);
-        object["line"] = orNull(finding.line);
-        object["text"] = finding.fact;
-        use(std::move(object));
-    }
+void write(JsonWriter& json, const devicelist::Finding& finding,
+           const devicelist::DeviceList& list) {
+    json.beginObject();
+    json.textOrNull("device", finding.device ? list.devices[*finding.device].portPath : "");
+    json.member("kind", nameOf(finding.kind));
+    json.member("line", finding.line);
+    json.member("text", finding.fact);
+    json.endObject();
 }
-
-void forEachDevice(const ReportedList& reported, const std::vector<std::size_t>& wanted,
-                   const HardwareNames& names, const UseObject& use) {
-    for (const std::size_t position : wanted) {
-        const Device& device = reported.list().devices[position];
-        use(jsonOf(device, names.find(device), reported.coverage().devices[position].isInReport()));
-    }
-}
-
-/// The object with the arrays empty that can be long.
-Json frameOf(const DeviceListSource& source, const ReportedList& reported) {
-    Json document = Json::object();
-    document["format_version"] = devicesFormatVersion;
-    document["source"]["kind"] = nameOf(source.kind);
-    document["source"]["path"] = source.path;
-    document["source"]["bytes"] = source.text.size();
-    document["controllers"] = controllersOf(reported.list());
-    document["devices"] = Json::array();
-    document["report"]["devices_in_list"] = reported.list().devices.size();
-    document["report"]["devices_in_report"] = reported.coverage().devicesInReport();
-    document["report"]["left_out"] = Json::array();
-    document["problems"] = Json::array();
-    return document;
-}
-
-/// The text of an array, in the form of documentOf(), made object by object.
-class ArrayText {
-public:
-    ArrayText(std::size_t indentation, const std::function<void(std::string_view)>& use)
-        : lineStart_("\n" + std::string(indentation, ' ')), use_(use) {}
-
-    void add(const Json& object) {
-        std::string text = isEmpty_ ? "[" : ",";
-        isEmpty_ = false;
-        // The line feeds of an object's text are all between its members.
-        std::string lines = "\n" + documentOf(object);
-        lines.pop_back();
-        for (std::size_t begin = 0; begin < lines.size();) {
-            const std::size_t end = std::min(lines.find('\n', begin + 1), lines.size());
-            text.append(lineStart_).append("  ").append(lines, begin + 1, end - begin - 1);
-            begin = end;
-        }
-        use_(text);
-    }
-
-    void end() const { use_(isEmpty_ ? "[]" : lineStart_ + "]"); }
-
-private:
-    std::string lineStart_;
-    const std::function<void(std::string_view)>& use_;
-    bool isEmpty_ = true;
-};
 
 }  // namespace
 
-Json devicesJson(const DeviceListSource& source, const ReportedList& reported) {
+void writeDevices(JsonWriter& json, const DeviceListSource& source, const ReportedList& reported,
+                  const std::vector<devicelist::Finding>& findings,
+                  const std::vector<std::size_t>& wanted, const HardwareNames& names) {
     const devicelist::DeviceList& list = reported.list();
-    std::vector<std::size_t> all(list.devices.size());
-    std::iota(all.begin(), all.end(), std::size_t{0});
-    Json document = frameOf(source, reported);
-    const auto addTo = [](Json& array) {
-        return [&array](Json&& object) { array.push_back(std::move(object)); };
-    };
-    forEachDevice(reported, all, HardwareNames(), addTo(document["devices"]));
-    document["report"]["left_out"] = leftOutOf(reported);
-    forEachProblem(list, devicelist::findingsOf(list), addTo(document["problems"]));
-    return document;
+    json.beginObject();
+    json.member("format_version", devicesFormatVersion);
+    json.key("source");
+    json.beginObject();
+    json.member("kind", nameOf(source.kind));
+    json.member("path", source.path);
+    json.member("bytes", source.text.size());
+    json.endObject();
+    json.key("controllers");
+    writeControllers(json, list);
+    json.key("devices");
+    json.beginArray();
+    for (const std::size_t position : wanted) {
+        const Device& device = list.devices[position];
+        write(json, device, names.find(device), reported.coverage().devices[position].isInReport());
+    }
+    json.endArray();
+    json.key("report");
+    json.beginObject();
+    json.member("devices_in_list", list.devices.size());
+    json.member("devices_in_report", reported.coverage().devicesInReport());
+    json.key("left_out");
+    writeLeftOut(json, reported);
+    json.endObject();
+    json.key("problems");
+    json.beginArray();
+    for (const devicelist::Finding& finding : findings) {
+        write(json, finding, list);
+    }
+    json.endArray();
+    json.endObject();
 }
 
-void writeDevicesJson(const DeviceListSource& source, const ReportedList& reported,
-                      const std::vector<devicelist::Finding>& findings,
-                      const std::vector<std::size_t>& wanted, const HardwareNames& names,
-                      const std::function<void(std::string_view)>& use) {
-    const std::string frame = documentOf(frameOf(source, reported));
-    std::size_t done = 0;
-    const auto arrayAt = [&](std::size_t indentation, const std::string& member) {
-        // No string can look so: line feeds are escaped in it.
-        const std::string label = "\n" + std::string(indentation, ' ') + '"' + member + "\": ";
-        const std::size_t array = frame.find(label, done) + label.size();
-        use(std::string_view(frame).substr(done, array - done));
-        done = array + std::string_view("[]").size();
-        return ArrayText(indentation, use);
-    };
-    ArrayText devices = arrayAt(2, "devices");
-    forEachDevice(reported, wanted, names, [&](Json&& object) { devices.add(object); });
-    devices.end();
-    ArrayText leftOut = arrayAt(4, "left_out");
-    forEachLeftOut(reported, [&](Json&& object) { leftOut.add(object); });
-    leftOut.end();
-    ArrayText problems = arrayAt(2, "problems");
-    forEachProblem(reported.list(), findings, [&](Json&& object) { problems.add(object); });
-    problems.end();
-    use(std::string_view(frame).substr(done));
+void writeDevices(JsonWriter& json, const DeviceListSource& source, const ReportedList& reported) {
+    std::vector<std::size_t> all(reported.list().devices.size());
+    std::iota(all.begin(), all.end(), std::size_t{0});
+    writeDevices(json, source, reported, devicelist::findingsOf(reported.list()), all,
+                 HardwareNames());
 }
 
 }  // namespace usbhcdiag

@@ -6,7 +6,7 @@
 
 #include "cli/Errors.h"
 #include "cli/TerminalText.h"
-#include "cli/Values.h"
+#include "cli/ValueTexts.h"
 #include "contract/Names.h"
 #include "contract/ReturnCode.h"
 #include "contract/TestState.h"

@@ -2,9 +2,8 @@
 #include "cli/ListDifferencesJson.h"
 
 #include <optional>
+#include <set>
 #include <string>
-
-#include <nlohmann/json.hpp>
 
 #include "cli/DeviceTexts.h"
 
@@ -19,44 +18,44 @@ using devicelist::Interface;
 /// It changes when a member goes or means something else.
 constexpr int differencesFormatVersion = 1;
 
-template <typename Value>
-Json orNull(const std::optional<Value>& value) {
-    return value ? Json(*value) : Json();
-}
-
-Json orNull(const std::string& text) {
-    return text.empty() ? Json() : Json(text);
-}
-
-Json jsonOf(const Device& device) {
-    const Configuration* active = device.activeConfiguration();
-    Json object = Json::object();
-    object["port_path"] = orNull(device.portPath);
-    object["serial"] = orNull(device.serialNumber);
-    object["speed_mbps"] = orNull(device.speed);
-    object["configuration"] = active == nullptr ? Json() : orNull(active->value);
-    object["max_power_ma"] = active == nullptr ? Json() : orNull(active->maxPowerMilliamperes);
-    object["drivers"] = Json::object();
+/// By the numbers of interfaces. An interface has one driver, whichever of its settings is used.
+void writeDrivers(JsonWriter& json, const Configuration* active) {
+    json.beginObject();
     if (active != nullptr) {
+        std::set<unsigned> written;
         for (const Interface& interface : active->interfaces) {
-            if (interface.number) {
-                object["drivers"].emplace(std::to_string(*interface.number),
-                                          orNull(interface.takenBy()));
+            if (interface.number && written.insert(*interface.number).second) {
+                json.member(std::to_string(*interface.number), interface.takenBy());
             }
         }
     }
-    return object;
+    json.endObject();
 }
 
-Json jsonOf(const devicelist::DeviceList& list, std::optional<std::size_t> position) {
-    return position ? jsonOf(list.devices[*position]) : Json();
+void writeSide(JsonWriter& json, const devicelist::DeviceList& list,
+               std::optional<std::size_t> position) {
+    if (!position) {
+        json.null();
+        return;
+    }
+    const Device& device = list.devices[*position];
+    const Configuration* active = device.activeConfiguration();
+    json.beginObject();
+    json.textOrNull("port_path", device.portPath);
+    json.member("serial", device.serialNumber);
+    json.member("speed_mbps", device.speed);
+    json.member("configuration", active == nullptr ? std::nullopt : active->value);
+    json.member("max_power_ma", active == nullptr ? std::nullopt : active->maxPowerMilliamperes);
+    json.key("drivers");
+    writeDrivers(json, active);
+    json.endObject();
 }
 
-Json changedOf(const DeviceDifference& difference) {
-    Json words = Json::array();
-    const auto add = [&words](bool isDifferent, const char* word) {
+void writeChanged(JsonWriter& json, const DeviceDifference& difference) {
+    json.beginArray();
+    const auto add = [&json](bool isDifferent, const char* word) {
         if (isDifferent) {
-            words.push_back(word);
+            json.value(word);
         }
     };
     add(difference.port, "port");
@@ -64,29 +63,34 @@ Json changedOf(const DeviceDifference& difference) {
     add(difference.speed, "speed");
     add(difference.configuration, "configuration");
     add(!difference.drivers.empty(), "driver");
-    return words;
+    json.endArray();
 }
 
 }  // namespace
 
-Json differencesJson(const ListDifferences& differences) {
-    Json document = Json::object();
-    document["format_version"] = differencesFormatVersion;
-    document["same"] = differences.areNone();
-    document["differences"] = Json::array();
+void writeDifferences(JsonWriter& json, const ListDifferences& differences) {
+    json.beginObject();
+    json.member("format_version", differencesFormatVersion);
+    json.member("same", differences.areNone());
+    json.key("differences");
+    json.beginArray();
     for (const DeviceDifference& difference : differences.all()) {
         const Device& device = differences.deviceOf(difference);
-        Json object = Json::object();
-        object["kind"] = ListDifferences::kindOf(difference);
-        object["id"] = orNull(idOf(device));
-        object["vendor"] = orNull(device.manufacturer);
-        object["product"] = orNull(device.product);
-        object["changed"] = changedOf(difference);
-        object["before"] = jsonOf(differences.before(), difference.before);
-        object["after"] = jsonOf(differences.after(), difference.after);
-        document["differences"].push_back(object);
+        json.beginObject();
+        json.member("kind", ListDifferences::kindOf(difference));
+        json.textOrNull("id", idOf(device));
+        json.member("vendor", device.manufacturer);
+        json.member("product", device.product);
+        json.key("changed");
+        writeChanged(json, difference);
+        json.key("before");
+        writeSide(json, differences.before(), difference.before);
+        json.key("after");
+        writeSide(json, differences.after(), difference.after);
+        json.endObject();
     }
-    return document;
+    json.endArray();
+    json.endObject();
 }
 
 }  // namespace usbhcdiag

@@ -2,13 +2,12 @@
 // The differences between two device lists as JSON, described in usbhcdiag-json(5).
 #pragma once
 
+#include "cli/JsonWriter.h"
 #include "cli/ListDifferences.h"
-#include "cli/Values.h"
 
 namespace usbhcdiag {
 
-/// The object for the differences. Strings are as the devices gave them: documentOf() makes valid UTF-8 of
-/// them. Any thread may call it.
-Json differencesJson(const ListDifferences& differences);
+/// Writes the object for the differences. Any thread may call it for different writers.
+void writeDifferences(JsonWriter& json, const ListDifferences& differences);
 
 }  // namespace usbhcdiag

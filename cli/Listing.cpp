@@ -6,10 +6,11 @@
 #include <iostream>
 #include <utility>
 
+#include "cli/InstanceJson.h"
 #include "cli/Table.h"
 #include "cli/Terminal.h"
 #include "cli/TerminalText.h"
-#include "cli/Values.h"
+#include "cli/ValueTexts.h"
 
 namespace usbhcdiag {
 
@@ -21,14 +22,24 @@ Column::Column(std::string columnHeading, const char* property)
           return textOf(instance, property);
       }) {}
 
-void printDocument(const std::string& text) {
-    std::cout << (isTerminal(STDOUT_FILENO) ? linesWithoutControls(text) : text);
+void printDocument(std::string_view text) {
+    if (isTerminal(STDOUT_FILENO)) {
+        std::cout << linesWithoutControls(text);
+    } else {
+        std::cout << text;
+    }
+}
+
+void printJson(const std::function<void(JsonWriter&)>& write) {
+    JsonWriter json(printDocument);
+    write(json);
+    json.finish();
 }
 
 void print(const Pegasus::Array<Pegasus::CIMInstance>& instances,
            const std::vector<Column>& columns, bool json) {
     if (json) {
-        printDocument(documentOf(instances));
+        printJson([&](JsonWriter& json) { writeInstances(json, instances); });
         return;
     }
     std::vector<std::string> headings;

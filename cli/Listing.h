@@ -6,10 +6,13 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <Pegasus/Common/Array.h>
 #include <Pegasus/Common/CIMInstance.h>
+
+#include "cli/JsonWriter.h"
 
 namespace usbhcdiag {
 
@@ -27,7 +30,10 @@ struct Column {
 
 /// Prints a text of several lines, JSON or MOF, on standard output; on a terminal without control
 /// characters other than line feeds.
-void printDocument(const std::string& text);
+void printDocument(std::string_view text);
+
+/// Prints the document that `write` writes likewise, while it is written.
+void printJson(const std::function<void(JsonWriter&)>& write);
 
 /// Prints instances on standard output: as a table (bold headings on a terminal), or with `json`
 /// as an array of objects with every property.

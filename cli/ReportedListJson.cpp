@@ -1,68 +1,63 @@
 // SPDX-License-Identifier: MIT
 #include "cli/ReportedListJson.h"
 
-#include <utility>
-
-#include <nlohmann/json.hpp>
-
 #include "cli/DeviceTexts.h"
 
 namespace usbhcdiag {
 namespace {
 
-Json textOrNull(const std::string& text) {
-    return text.empty() ? Json() : Json(text);
-}
-
-Json deviceOf(const ReportedList& reported, std::size_t position) {
+/// The members that tell which device is meant.
+void writePlace(JsonWriter& json, const ReportedList& reported, std::size_t position) {
     const devicelist::Device& device = reported.list().devices[position];
-    Json object = Json::object();
-    object["position"] = position + 1;
-    object["device"] = textOrNull(device.portPath);
-    object["name"] = device.product ? Json(*device.product) : Json();
-    object["id"] = textOrNull(idOf(device));
-    return object;
+    json.member("position", position + 1);
+    json.textOrNull("device", device.portPath);
+    json.member("name", device.product);
+    json.textOrNull("id", idOf(device));
 }
 
-Json mixed(const ReportedList& reported) {
-    Json array = Json::array();
+void writeMixed(JsonWriter& json, const ReportedList& reported) {
+    json.beginArray();
     for (std::size_t position = 0; position < reported.list().devices.size(); ++position) {
-        const auto& foreign = reported.coverage().devices[position].foreign;
-        if (!foreign.empty()) {
-            Json object = deviceOf(reported, position);
-            object["text"] = reported.whyMixed(position);
-            array.push_back(object);
+        if (!reported.coverage().devices[position].foreign.empty()) {
+            json.beginObject();
+            writePlace(json, reported, position);
+            json.member("text", reported.whyMixed(position));
+            json.endObject();
         }
     }
-    return array;
+    json.endArray();
 }
 
 }  // namespace
 
-void forEachLeftOut(const ReportedList& reported, const std::function<void(Json&&)>& use) {
+void writeLeftOut(JsonWriter& json, const ReportedList& reported) {
+    json.beginArray();
     for (std::size_t position = 0; position < reported.list().devices.size(); ++position) {
         const devicelist::DeviceCoverage& device = reported.coverage().devices[position];
         if (!device.isInReport()) {
-            Json object = deviceOf(reported, position);
-            object["reason"] = nameOf(*device.leftOut);
-            object["text"] = reported.whyLeftOut(position);
-            use(std::move(object));
+            json.beginObject();
+            writePlace(json, reported, position);
+            json.member("reason", nameOf(*device.leftOut));
+            json.member("text", reported.whyLeftOut(position));
+            json.endObject();
         }
     }
+    json.endArray();
 }
 
-Json leftOutOf(const ReportedList& reported) {
-    Json array = Json::array();
-    forEachLeftOut(reported, [&array](Json&& object) { array.push_back(std::move(object)); });
-    return array;
-}
-
-void addReportedList(Json& document, const ReportedList* list) {
-    document["devices_in_list"] = list == nullptr ? Json() : Json(list->list().devices.size());
-    document["devices_in_report"] =
-        list == nullptr ? Json() : Json(list->coverage().devicesInReport());
-    document["left_out"] = list == nullptr ? Json() : leftOutOf(*list);
-    document["mixed"] = list == nullptr ? Json() : mixed(*list);
+void writeReportedList(JsonWriter& json, const ReportedList* list) {
+    if (list == nullptr) {
+        for (const char* member : {"devices_in_list", "devices_in_report", "left_out", "mixed"}) {
+            json.member(member, nullptr);
+        }
+        return;
+    }
+    json.member("devices_in_list", list->list().devices.size());
+    json.member("devices_in_report", list->coverage().devicesInReport());
+    json.key("left_out");
+    writeLeftOut(json, *list);
+    json.key("mixed");
+    writeMixed(json, *list);
 }
 
 }  // namespace usbhcdiag

@@ -2,23 +2,19 @@
 // What the test's report holds of a device list, for programs.
 #pragma once
 
-#include <functional>
-
+#include "cli/JsonWriter.h"
 #include "cli/ReportedList.h"
-#include "cli/Values.h"
 
 namespace usbhcdiag {
 
-/// Adds to `document` how many devices the list has ("devices_in_list") and the report holds
+// Any thread may call these for different writers.
+
+/// Writes as members of an object how many devices the list has ("devices_in_list") and the report holds
 /// ("devices_in_report"), which it does not hold ("left_out") and in whose blocks fields of others stand
-/// ("mixed"). All four are null where `list` is null: where the list is not known. Any thread may call
-/// it.
-void addReportedList(Json& document, const ReportedList* list);
+/// ("mixed"). All four are null where `list` is null: where the list is not known.
+void writeReportedList(JsonWriter& json, const ReportedList* list);
 
-/// Calls `use` with an object for each device that the report does not hold. Any thread may call it.
-void forEachLeftOut(const ReportedList& reported, const std::function<void(Json&&)>& use);
-
-/// The same objects as an array. Any thread may call it.
-Json leftOutOf(const ReportedList& reported);
+/// Writes an array with an object for each device that the report does not hold.
+void writeLeftOut(JsonWriter& json, const ReportedList& reported);
 
 }  // namespace usbhcdiag

@@ -11,7 +11,7 @@
 #include "cli/Diagnostics.h"
 #include "cli/Note.h"
 #include "cli/TerminalText.h"
-#include "cli/Values.h"
+#include "cli/ValueTexts.h"
 #include "cli/commands/Commands.h"
 #include "contract/Names.h"
 #include "contract/TestState.h"

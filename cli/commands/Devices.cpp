@@ -4,12 +4,8 @@
 
 #include <algorithm>
 #include <iostream>
-#include <map>
 #include <string>
-#include <string_view>
 #include <vector>
-
-#include <nlohmann/json.hpp>
 
 #include "base/Parts.h"
 #include "cli/DeviceListSource.h"
@@ -23,7 +19,6 @@
 #include "cli/ReportedList.h"
 #include "cli/Table.h"
 #include "cli/Terminal.h"
-#include "cli/Values.h"
 #include "cli/commands/Commands.h"
 #include "devicelist/Findings.h"
 
@@ -36,20 +31,14 @@ using devicelist::Device;
 class Devices {
 public:
     explicit Devices(const std::string& text)
-        : reported_(text), findings_(devicelist::findingsOf(reported_.list())) {
-        for (const devicelist::Finding& finding : findings_) {
-            if (finding.device) {
-                base::appendPart(facts_[*finding.device], "; ", finding.fact);
-            }
-        }
-    }
+        : reported_(text), findings_(devicelist::findingsOf(reported_.list())) {}
 
     bool isEmpty() const { return reported_.list().devices.empty(); }
 
     std::vector<std::size_t> wanted(const DeviceFilter& filter) const {
         std::vector<std::size_t> positions;
         for (std::size_t position = 0; position < reported_.list().devices.size(); ++position) {
-            if (filter.accepts(reported_.list().devices[position], facts_.count(position) != 0)) {
+            if (filter.accepts(reported_.list().devices[position], hasProblem(position))) {
                 positions.push_back(position);
             }
         }
@@ -65,7 +54,7 @@ public:
             table.addRow({orDash(device.portPath), orDash(idOf(device)), speedText(device),
                           classesText(device), driversText(device),
                           isInReport(position) ? "yes" : "no",
-                          withFacts ? facts_.at(position) : name(device)});
+                          withFacts ? facts(position) : name(device)});
         }
         return table.text(mayColour(STDOUT_FILENO));
     }
@@ -83,30 +72,44 @@ public:
 
     void printJson(const DeviceListSource& source,
                    const std::vector<std::size_t>& positions) const {
-        constexpr std::size_t enough = 65536;
-        std::string text;
-        writeDevicesJson(source, reported_, findings_, positions, names_,
-                         [&text](std::string_view part) {
-                             text += part;
-                             if (text.size() >= enough) {
-                                 printDocument(text);
-                                 text.clear();
-                             }
-                         });
-        printDocument(text);
+        usbhcdiag::printJson([&](JsonWriter& json) {
+            writeDevices(json, source, reported_, findings_, positions, names_);
+        });
     }
 
 private:
+    using Findings = std::vector<devicelist::Finding>;
+
     bool isInReport(std::size_t position) const {
         return reported_.coverage().devices[position].isInReport();
+    }
+
+    /// The first finding at a device or after it: they are in the devices' order.
+    Findings::const_iterator findingsFrom(std::size_t position) const {
+        return std::partition_point(
+            findings_.begin(), findings_.end(),
+            [position](const auto& finding) { return finding.device < position; });
+    }
+
+    bool hasProblem(std::size_t position) const {
+        const auto finding = findingsFrom(position);
+        return finding != findings_.end() && finding->device == position;
+    }
+
+    std::string facts(std::size_t position) const {
+        std::string text;
+        for (auto finding = findingsFrom(position);
+             finding != findings_.end() && finding->device == position; ++finding) {
+            base::appendPart(text, "; ", finding->fact);
+        }
+        return text;
     }
 
     std::string name(const Device& device) const { return nameText(device, names_.find(device)); }
 
     ReportedList reported_;
-    std::vector<devicelist::Finding> findings_;
+    Findings findings_;
     HardwareNames names_;
-    std::map<std::size_t, std::string> facts_;  ///< of the devices with problems
 };
 
 }  // namespace

@@ -7,8 +7,6 @@
 #include <string>
 #include <utility>
 
-#include <nlohmann/json.hpp>
-
 #include "cli/DeviceListSource.h"
 #include "cli/Errors.h"
 #include "cli/HardwareNames.h"
@@ -17,7 +15,6 @@
 #include "cli/Listing.h"
 #include "cli/NothingRead.h"
 #include "cli/Terminal.h"
-#include "cli/Values.h"
 #include "cli/commands/Commands.h"
 #include "devicelist/DeviceListReader.h"
 
@@ -49,7 +46,7 @@ ExitStatus compareLists(const DiffRequest& request) {
     devicelist::DeviceList before = listOf(request.before);
     const ListDifferences differences(std::move(before), listOf(request.after));
     if (request.json) {
-        printDocument(documentOf(differencesJson(differences)));
+        printJson([&](JsonWriter& json) { writeDifferences(json, differences); });
     } else {
         std::cout << differences.table(HardwareNames(), mayColour(STDOUT_FILENO));
     }

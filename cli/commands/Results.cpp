@@ -3,7 +3,7 @@
 #include "cli/Choice.h"
 #include "cli/Diagnostics.h"
 #include "cli/Listing.h"
-#include "cli/Values.h"
+#include "cli/ValueTexts.h"
 #include "cli/commands/Commands.h"
 #include "contract/Names.h"
 

@@ -8,13 +8,12 @@
 #include <utility>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
 #include "cli/Choice.h"
 #include "cli/DeviceListSource.h"
 #include "cli/DevicesJson.h"
 #include "cli/Diagnostics.h"
 #include "cli/Errors.h"
+#include "cli/InstanceJson.h"
 #include "cli/Listing.h"
 #include "cli/Note.h"
 #include "cli/NothingRead.h"
@@ -24,7 +23,7 @@
 #include "cli/ReportedListJson.h"
 #include "cli/Terminal.h"
 #include "cli/TerminalText.h"
-#include "cli/Values.h"
+#include "cli/ValueTexts.h"
 #include "cli/commands/Commands.h"
 #include "contract/Names.h"
 #include "contract/TestState.h"
@@ -87,12 +86,19 @@ std::optional<ReportedList> reportedList(const std::optional<DeviceListSource>& 
                                                     : std::nullopt;
 }
 
-std::string jsonDocument(const CIMInstance& result, const std::optional<DeviceListSource>& list,
-                         const std::optional<ReportedList>& reported) {
-    Json document = jsonOf(result);
-    addReportedList(document, reported ? &*reported : nullptr);
-    document["device_list"] = reported ? devicesJson(*list, *reported) : Json();
-    return documentOf(document);
+void writeResult(JsonWriter& json, const CIMInstance& result,
+                 const std::optional<DeviceListSource>& list,
+                 const std::optional<ReportedList>& reported) {
+    json.beginObject();
+    writeProperties(json, result);
+    writeReportedList(json, reported ? &*reported : nullptr);
+    json.key("device_list");
+    if (reported) {
+        writeDevices(json, *list, *reported);
+    } else {
+        json.null();
+    }
+    json.endObject();
 }
 
 std::string nothingRead(const Server& server) {
@@ -121,7 +127,7 @@ ExitStatus runTest(Server& server, const Invocation& invocation) {
     const auto list = listBehind(server, invocation);
     const auto reported = reportedList(list, lines);
     if (invocation.json) {
-        printDocument(jsonDocument(result, list, reported));
+        printJson([&](JsonWriter& json) { writeResult(json, result, list, reported); });
     } else {
         printReport(lines);
     }

@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "cli/Errors.h"
-#include "cli/Values.h"
+#include "cli/ValueTexts.h"
 #include "tests/support/CimXmlAnswers.h"
 #include "wire/http/HttpServer.h"
 

@@ -2,16 +2,17 @@
 #include "cli/ListDifferencesJson.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
 
 #include "devicelist/DeviceListReader.h"
+#include "tests/cli/CompactJson.h"
 
 namespace usbhcdiag {
 namespace {
 
-Json between(const std::string& before, const std::string& after) {
-    return Json::parse(documentOf(
-        differencesJson({devicelist::readDeviceList(before), devicelist::readDeviceList(after)})));
+std::string between(const std::string& before, const std::string& after) {
+    const ListDifferences differences(devicelist::readDeviceList(before),
+                                      devicelist::readDeviceList(after));
+    return compactJson([&](JsonWriter& json) { writeDifferences(json, differences); });
 }
 
 std::string device(const std::string& port, const std::string& driver) {
@@ -25,7 +26,7 @@ std::string device(const std::string& port, const std::string& driver) {
 }
 
 TEST(ListDifferencesJson, HasBothSidesOfADevice) {
-    EXPECT_EQ(between(device("0", "usbhid"), device("1", "(none)")), Json::parse(R"({
+    EXPECT_EQ(between(device("0", "usbhid"), device("1", "(none)")), compactJson(R"({
         "format_version": 1, "same": false, "differences": [
             {"kind": "moved", "id": "046d:c00e", "vendor": null, "product": "M\uFFFDuse",
              "changed": ["port", "driver"],
@@ -36,22 +37,32 @@ TEST(ListDifferencesJson, HasBothSidesOfADevice) {
 }
 
 TEST(ListDifferencesJson, HasNullForASideThatIsNotThere) {
-    const std::string bare = "T:\n";
-    const Json removed = between(bare, "")["differences"][0];
-    EXPECT_EQ(removed, Json::parse(R"({
-        "kind": "removed", "id": null, "vendor": null, "product": null, "changed": [],
-        "before": {"port_path": null, "serial": null, "speed_mbps": null, "configuration": null,
-                   "max_power_ma": null, "drivers": {}},
-        "after": null})"));
-    const Json added = between("", bare)["differences"][0];
-    EXPECT_EQ(added["kind"], "added");
-    EXPECT_EQ(added["before"], Json());
-    EXPECT_EQ(added["after"], removed["before"]);
+    const auto document = [](const std::string& kind, const std::string& before,
+                             const std::string& after) {
+        return compactJson(R"({"format_version": 1, "same": false, "differences": [
+            {"kind": ")" + kind +
+                           R"(", "id": null, "vendor": null, "product": null, "changed": [],
+             "before": )" + before +
+                           R"(, "after": )" + after + "}]}");
+    };
+    const std::string side = R"({"port_path": null, "serial": null, "speed_mbps": null,
+        "configuration": null, "max_power_ma": null, "drivers": {}})";
+    EXPECT_EQ(between("T:\n", ""), document("removed", side, "null"));
+    EXPECT_EQ(between("", "T:\n"), document("added", "null", side));
+}
+
+TEST(ListDifferencesJson, HasADriverOnceForEachInterface) {
+    const std::string settings =
+        device("0", "usbhid") +
+        "I:  If#= 0 Alt= 1 #EPs= 0 Cls=03(HID  ) Sub=01 Prot=02 Driver=other\n"
+        "I:* If#= 1 Alt= 0 #EPs= 0 Cls=03(HID  ) Sub=01 Prot=02 Driver=\n";
+    EXPECT_NE(between("", settings).find(R"("drivers":{"0":"usbhid","1":null})"),
+              std::string::npos);
 }
 
 TEST(ListDifferencesJson, SaysThatListsAreTheSame) {
     EXPECT_EQ(between("T:\n", "T:\n"),
-              Json::parse(R"({"format_version": 1, "same": true, "differences": []})"));
+              compactJson(R"({"format_version": 1, "same": true, "differences": []})"));
 }
 
 }  // namespace

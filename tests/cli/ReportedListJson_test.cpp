@@ -2,10 +2,19 @@
 #include "cli/ReportedListJson.h"
 
 #include <gtest/gtest.h>
-#include <nlohmann/json.hpp>
+
+#include "tests/cli/CompactJson.h"
 
 namespace usbhcdiag {
 namespace {
+
+std::string written(const ReportedList* list) {
+    return compactJson([list](JsonWriter& json) {
+        json.beginObject();
+        writeReportedList(json, list);
+        json.endObject();
+    });
+}
 
 TEST(ReportedListJson, HasWhatIsLeftOutAndWhatIsMixed) {
     const ReportedList reported(
@@ -14,9 +23,7 @@ TEST(ReportedListJson, HasWhatIsLeftOutAndWhatIsMixed) {
         "S:  Product=\xFFHub\n"
         "T:  Bus=02 Lev=00\n"
         "E:  Ad=81(I)\n");
-    Json document = Json::object();
-    addReportedList(document, &reported);
-    EXPECT_EQ(Json::parse(documentOf(document)), Json::parse(R"({
+    EXPECT_EQ(written(&reported), compactJson(R"({
         "devices_in_list": 2,
         "devices_in_report": 1,
         "left_out": [{
@@ -32,11 +39,8 @@ TEST(ReportedListJson, HasWhatIsLeftOutAndWhatIsMixed) {
 }
 
 TEST(ReportedListJson, IsNullWhereTheListIsNotKnown) {
-    Json document = Json::object();
-    addReportedList(document, nullptr);
-    EXPECT_EQ(documentOf(document),
-              "{\n  \"devices_in_list\": null,\n  \"devices_in_report\": null,\n  \"left_out\": "
-              "null,\n  \"mixed\": null\n}\n");
+    EXPECT_EQ(written(nullptr),
+              R"({"devices_in_list":null,"devices_in_report":null,"left_out":null,"mixed":null})");
 }
 
 }  // namespace
