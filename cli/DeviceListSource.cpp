@@ -17,8 +17,8 @@ DeviceListSource fileSource(const std::string& file) {
     const ReplayedList list(file);
     if (!list.text()) {
         throw Failure("device list " + list.name() +
-                      " is no file that can be read to its end. A FIFO is read with\n"
-                      "    usbhcdiag devices - <" +
+                      " is no file that can be read to its end. A FIFO is read as standard "
+                      "input:\n    usbhcdiag COMMAND - <" +
                       file);
     }
     return {DeviceListSource::Kind::file, file, *list.text()};

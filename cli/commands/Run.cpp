@@ -27,6 +27,7 @@
 #include "cli/commands/Commands.h"
 #include "contract/Names.h"
 #include "contract/TestState.h"
+#include "devicelist/DeviceListFile.h"
 
 namespace usbhcdiag {
 namespace {
@@ -52,7 +53,7 @@ void printReport(const std::vector<std::string>& lines) {
 }
 
 /// The list that the report is about, where this command can see it; empty if it cannot.
-std::optional<DeviceListSource> listBehind(const Server& server, const Invocation& invocation) {
+std::optional<DeviceListSource> listOfReport(const Server& server, const Invocation& invocation) {
     using Kind = DeviceListSource::Kind;
     if (const ReplayedList* replayed = server.replayedList()) {
         if (!replayed->text()) {
@@ -62,13 +63,14 @@ std::optional<DeviceListSource> listBehind(const Server& server, const Invocatio
     }
     if (const PrivateServer* privateServer = server.privateServer()) {
         const MachinePlaces places;
-        DeviceListFinding finding =
-            examineDeviceList(deviceListPlaces(privateServer->process()).seen);
-        if (finding.state != DeviceListFinding::State::missing &&
-            finding.state != DeviceListFinding::State::unreadable) {
+        try {
+            std::string text =
+                devicelist::readDeviceListFile(deviceListPlaces(privateServer->process()).seen);
             return server.showsSysfs()
-                       ? DeviceListSource{Kind::sysfs, places.devices(), std::move(finding.text)}
-                       : DeviceListSource{Kind::kernel, places.readable(), std::move(finding.text)};
+                       ? DeviceListSource{Kind::sysfs, places.devices(), std::move(text)}
+                       : DeviceListSource{Kind::kernel, places.readable(), std::move(text)};
+        } catch (const devicelist::DeviceListFileError&) {
+            return std::nullopt;
         }
     }
     return std::nullopt;
@@ -124,7 +126,7 @@ ExitStatus runTest(Server& server, const Invocation& invocation) {
     const CIMInstance result = runWithProgress(diagnostics, test, element);
 
     const auto lines = textsOf(result, properties::testResults);
-    const auto list = listBehind(server, invocation);
+    const auto list = listOfReport(server, invocation);
     const auto reported = reportedList(list, lines);
     if (invocation.json) {
         printJson([&](JsonWriter& json) { writeResult(json, result, list, reported); });

@@ -78,8 +78,8 @@ TEST_F(DeviceListSourceTest, AFifoIsNotWaitedFor) {
     } catch (const Failure& error) {
         EXPECT_EQ(std::string(error.what()),
                   "device list " + fifo +
-                      " is no file that can be read to its end. A FIFO is read with\n"
-                      "    usbhcdiag devices - <" +
+                      " is no file that can be read to its end. A FIFO is read as standard "
+                      "input:\n    usbhcdiag COMMAND - <" +
                       fifo);
     }
 }
