@@ -3,7 +3,10 @@
 // message and picks the exit status.
 #pragma once
 
+#include <cerrno>
+#include <cstring>
 #include <stdexcept>
+#include <string>
 
 namespace usbhcdiag {
 
@@ -20,5 +23,10 @@ class NothingRead : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+/// Why the last system call of this thread failed, in the system's words.
+inline std::string systemReason() {
+    return std::strerror(errno);
+}
 
 }  // namespace usbhcdiag

@@ -15,37 +15,6 @@
 namespace usbhcdiag {
 namespace {
 
-/// What RapidJSON writes to.
-class OutputBuffer {
-public:
-    using Ch = char;
-
-    explicit OutputBuffer(JsonWriter::Output output) : output_(std::move(output)) {}
-
-    void Put(char character) {
-        // The last bytes are for the end of a character.
-        if (length_ + longestCharacter > bytes_.size() && !base::continuesUtf8(character)) {
-            pass();
-        }
-        bytes_[length_++] = character;
-    }
-
-    /// RapidJSON calls it at the end, before the line feed.
-    void Flush() {}
-
-    void pass() {
-        output_(std::string_view(bytes_.data(), length_));
-        length_ = 0;
-    }
-
-private:
-    static constexpr std::size_t longestCharacter = 4;
-
-    JsonWriter::Output output_;
-    std::size_t length_ = 0;
-    std::array<char, 65536> bytes_{};
-};
-
 /// The length of what stands at the beginning of bytes that are no UTF-8 and is replaced as one: a character that
 /// breaks off, or a single byte.
 std::size_t replacedLength(std::string_view text) {
@@ -77,18 +46,49 @@ std::string validUtf8(std::string_view text) {
 }  // namespace
 
 class JsonWriter::Document {
+    /// What RapidJSON writes to.
+    class Buffer {
+    public:
+        using Ch = char;
+
+        explicit Buffer(Output output) : output_(std::move(output)) {}
+
+        void Put(char character) {
+            // The last bytes are for the end of a character.
+            if (length_ + longestCharacter > bytes_.size() && !base::continuesUtf8(character)) {
+                pass();
+            }
+            bytes_[length_++] = character;
+        }
+
+        /// RapidJSON calls it at the end, before the line feed.
+        void Flush() {}
+
+        void pass() {
+            output_(std::string_view(bytes_.data(), length_));
+            length_ = 0;
+        }
+
+    private:
+        static constexpr std::size_t longestCharacter = 4;
+
+        Output output_;
+        std::size_t length_ = 0;
+        std::array<char, 65536> bytes_{};
+    };
+
 public:
     explicit Document(Output output) : buffer_(std::move(output)), writer_(buffer_) {
         constexpr unsigned indentation = 2;
         writer_.SetIndent(' ', indentation);
     }
 
-    rapidjson::PrettyWriter<OutputBuffer>& writer() { return writer_; }
-    OutputBuffer& buffer() { return buffer_; }
+    rapidjson::PrettyWriter<Buffer>& writer() { return writer_; }
+    Buffer& buffer() { return buffer_; }
 
 private:
-    OutputBuffer buffer_;
-    rapidjson::PrettyWriter<OutputBuffer> writer_;
+    Buffer buffer_;
+    rapidjson::PrettyWriter<Buffer> writer_;
 };
 
 JsonWriter::JsonWriter(Output output) : document_(std::make_unique<Document>(std::move(output))) {}

@@ -3,9 +3,7 @@
 
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstring>
-
+#include "cli/Errors.h"
 #include "devicelist/DeviceListWriter.h"
 #include "devicelist/SysfsReader.h"
 
@@ -24,7 +22,7 @@ std::optional<SysfsList> sysfsList(const MachinePlaces& places) {
     if (!places.readable().empty()) {
         return std::nullopt;
     }
-    const std::string reason = std::strerror(errno);
+    const std::string reason = systemReason();
     const devicelist::DeviceList list = devicelist::readSysfsDevices(places.sysfs);
     if (list.devices.empty()) {
         return std::nullopt;

@@ -5,9 +5,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstring>
-
 #include "cli/Errors.h"
 
 namespace usbhcdiag {
@@ -15,11 +12,11 @@ namespace usbhcdiag {
 base::FileDescriptor memoryFile(const char* name, const std::string& content) {
     base::FileDescriptor file(::memfd_create(name, MFD_CLOEXEC));
     if (!file.isOpen() || ::fchmod(file.get(), S_IRUSR | S_IWUSR) != 0) {
-        throw Failure(std::string("cannot make a file in memory: ") + std::strerror(errno));
+        throw Failure("cannot make a file in memory: " + systemReason());
     }
     if (::write(file.get(), content.data(), content.size()) !=
         static_cast<ssize_t>(content.size())) {
-        throw Failure(std::string("cannot write to a file in memory: ") + std::strerror(errno));
+        throw Failure("cannot write to a file in memory: " + systemReason());
     }
     return file;
 }

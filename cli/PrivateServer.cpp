@@ -13,10 +13,10 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <cstring>
 #include <thread>
 #include <vector>
 
+#include "base/Ascii.h"
 #include "cli/Errors.h"
 #include "cli/MemoryFile.h"
 #include "devicelist/DeviceListMount.h"
@@ -33,16 +33,12 @@ constexpr std::chrono::seconds endLimit{3};
 // The descriptor that the server finds its credentials at.
 constexpr int credentialsNumber = 3;
 
-std::string reason() {
-    return std::strerror(errno);
-}
-
 std::string randomHex() {
     std::array<unsigned char, 16> bytes{};
     if (::getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) {
-        throw Failure("cannot make a password: " + reason());
+        throw Failure("cannot make a password: " + systemReason());
     }
-    constexpr std::string_view digits = "0123456789abcdef";
+    constexpr std::string_view digits = base::lowerHexDigits;
     std::string text;
     for (const unsigned char byte : bytes) {
         text += digits[byte >> 4U];
@@ -116,14 +112,14 @@ std::string PrivateServer::start(const std::string& program,
                                  const std::optional<std::string>& ownList) {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
-        throw Failure("cannot make a pipe: " + reason());
+        throw Failure("cannot make a pipe: " + systemReason());
     }
     const base::FileDescriptor readEnd(ends[0]);
     base::FileDescriptor writeEnd(ends[1]);
     const pid_t parent = ::getpid();
     process_ = ::fork();
     if (process_ < 0) {
-        throw Failure("cannot start " + program + ": " + reason());
+        throw Failure("cannot start " + program + ": " + systemReason());
     }
     if (process_ == 0) {
         // Nothing may be thrown into code that is the parent's. Where the list is not shown this
@@ -173,7 +169,7 @@ void PrivateServer::become(const std::string& program, const std::optional<std::
     if (ready) {
         ::execv(program.c_str(), const_cast<char* const*>(arguments.data()));
     }
-    say(STDERR_FILENO, "cannot be run: " + reason() + "\n");
+    say(STDERR_FILENO, "cannot be run: " + systemReason() + "\n");
     ::_exit(1);
 }
 
@@ -241,12 +237,12 @@ std::string cimhostProgram(const std::string& link) {
     std::string path(4096, '\0');
     const ssize_t length = ::readlink(link.c_str(), path.data(), path.size());
     if (length <= 0) {
-        throw Failure("cannot find this program's own folder: " + link + ": " + reason());
+        throw Failure("cannot find this program's own folder: " + link + ": " + systemReason());
     }
     path.resize(static_cast<size_t>(length));
     path.replace(path.rfind('/') + 1, std::string::npos, "cimhost");
     if (::access(path.c_str(), X_OK) != 0) {
-        throw Failure("the private server is missing: " + path + ": " + reason() +
+        throw Failure("the private server is missing: " + path + ": " + systemReason() +
                       "\nIt belongs beside usbhcdiag. With --server URL another one is used.");
     }
     return path;

@@ -21,10 +21,6 @@ namespace {
 // Above the numbers that a program started here takes for itself.
 constexpr int lowestNumber = 20;
 
-std::string reason() {
-    return std::strerror(errno);
-}
-
 /// Whether the content can be read here and nobody waits for it elsewhere.
 bool isToBeRead(const devicelist::HeldFile& place) {
     struct statfs system {};
@@ -47,7 +43,7 @@ ReplayedList::ReplayedList(const std::string& file) : name_(file == "-" ? "stand
     // Without waiting, and without waking who waits at the other end of a FIFO.
     const devicelist::HeldFile place(file);
     if (!place.isHeld()) {
-        fail(reason());
+        fail(systemReason());
     }
     const std::string path = place.path();
     if (S_ISDIR(place.facts().st_mode)) {
@@ -56,13 +52,13 @@ ReplayedList::ReplayedList(const std::string& file) : name_(file == "-" ? "stand
     if (isToBeRead(place)) {
         const base::FileDescriptor content(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
         if (!content.isOpen()) {
-            fail(reason());
+            fail(systemReason());
         }
         take(content.get());
         return;
     }
     if (::faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0) {
-        fail(reason());
+        fail(systemReason());
     }
     file_ = base::FileDescriptor(::fcntl(place.number(), F_DUPFD, lowestNumber));
 }

@@ -68,13 +68,13 @@ void writeWholeFile(const std::string& path, std::string_view content) {
     std::string temporary = wanted + ".XXXXXX";
     const base::FileDescriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
     if (!file.isOpen()) {
-        fail(path, std::strerror(errno));
+        fail(path, systemReason());
     }
     if (!writeAll(file.get(), content) || ::fchmod(file.get(), allowedMode()) != 0 ||
         ::fsync(file.get()) != 0 || ::rename(temporary.c_str(), wanted.c_str()) != 0) {
-        const int reason = errno;
+        const std::string reason = systemReason();
         ::unlink(temporary.c_str());
-        fail(path, std::strerror(reason));
+        fail(path, reason);
     }
 }
 

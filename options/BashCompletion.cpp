@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "base/Parts.h"
 #include "options/Completion.h"
 #include "options/CompletionParts.h"
 
@@ -12,7 +13,7 @@ std::string longNames(const Program& program, const Command* command) {
             names.push_back("--" + option.name);
         }
     }
-    return join(names, " ");
+    return base::joined(names, " ");
 }
 
 /// The variables that say what is offered.
@@ -21,7 +22,7 @@ std::string offers(const Program& program, const Command* command,
     std::string text = "options=\"" + longNames(program, command) + "\"";
     for (const Argument& operand : operands) {
         if (!operand.words.empty()) {
-            text += " words=\"" + join(operand.words, " ") + "\"";
+            text += " words=\"" + base::joined(operand.words, " ") + "\"";
         }
         text += operand.isFile ? " files=yes" : "";
     }
@@ -29,7 +30,8 @@ std::string offers(const Program& program, const Command* command,
 }
 
 std::string branch(const std::vector<std::string>& patterns, const std::string& action) {
-    return patterns.empty() ? "" : "        " + join(patterns, " | ") + ") " + action + " ;;\n";
+    return patterns.empty() ? ""
+                            : "        " + base::joined(patterns, " | ") + ") " + action + " ;;\n";
 }
 
 std::vector<std::string> withArgument(const Program& program) {
@@ -37,7 +39,7 @@ std::vector<std::string> withArgument(const Program& program) {
 }
 
 /// What stands after the words of the program itself is completed as a command line of its own.
-std::string otherProgram(const Program& program) {
+std::string otherProgramsWords(const Program& program) {
     if (!program.runsProgram) {
         return "";
     }
@@ -78,13 +80,13 @@ std::string arguments(const Program& program) {
         if (option.argument.has_value() && !option.argument->isFile) {
             const std::vector<std::string>& words = option.argument->words;
             text += branch(spellings(option),
-                           words.empty() ? "return" : "words=\"" + join(words, " ") + "\"");
+                           words.empty() ? "return" : "words=\"" + base::joined(words, " ") + "\"");
         }
     }
     return text + "        *)\n";
 }
 
-std::string withCommands(const Program& program) {
+std::string commandBranches(const Program& program) {
     std::string text =
         "            local word command index\n"
         "            for ((index = 1; index < COMP_CWORD; ++index)); do\n"
@@ -122,10 +124,10 @@ std::string bashCompletion(const Program& program) {
            "        previous=${COMP_WORDS[COMP_CWORD - 2]}\n"
            "    fi\n"
            "\n" +
-           otherProgram(program) + arguments(program) +
+           otherProgramsWords(program) + arguments(program) +
            (program.commands.empty()
                 ? "            " + offers(program, nullptr, program.operands) + "\n"
-                : withCommands(program)) +
+                : commandBranches(program)) +
            "            ;;\n"
            "    esac\n"
            "\n"

@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "options/CompletionParts.h"
+#include "base/Parts.h"
 #include "options/UsageError.h"
 
 namespace options {
@@ -35,7 +35,7 @@ std::string completionScript(const Program& program, const std::string& shell) {
         }
     }
     throw UsageError("there is no completion for \"" + shell + "\", only for " +
-                     join(completedShells(), ", "));
+                     base::joined(completedShells(), ", "));
 }
 
 }  // namespace options

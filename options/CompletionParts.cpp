@@ -5,14 +5,6 @@
 
 namespace options {
 
-std::string join(const std::vector<std::string>& texts, const std::string& separator) {
-    std::string joined;
-    for (const std::string& text : texts) {
-        joined += joined.empty() ? text : separator + text;
-    }
-    return joined;
-}
-
 std::vector<std::string> spellings(const Option& option) {
     std::vector<std::string> all = {"--" + option.name};
     if (option.letter != 0) {

@@ -12,9 +12,6 @@
 
 namespace options {
 
-/// The texts with `separator` between them.
-std::string join(const std::vector<std::string>& texts, const std::string& separator);
-
 /// "--server", and "-s" if it has a letter.
 std::vector<std::string> spellings(const Option& option);
 

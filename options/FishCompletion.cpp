@@ -1,24 +1,26 @@
 // SPDX-License-Identifier: MIT
+#include "base/Parts.h"
 #include "options/Completion.h"
 #include "options/CompletionParts.h"
 
 namespace options {
 namespace {
 
-std::string quoted(const std::string& text) {
+std::string fishQuoted(const std::string& text) {
     return "'" + escaped(text, "\\'") + "'";
 }
 
 /// The beginning of a line that offers something while `condition` holds; empty: always.
 std::string offer(const Program& program, const std::string& condition) {
-    return "complete -c " + program.name + (condition.empty() ? "" : " -n " + quoted(condition));
+    return "complete -c " + program.name +
+           (condition.empty() ? "" : " -n " + fishQuoted(condition));
 }
 
 /// How an argument is completed: -F offers files, -a words.
 std::string offered(const Argument& argument) {
     std::string text = argument.isFile ? " -F" : "";
     if (!argument.words.empty()) {
-        text += " -a " + quoted(join(argument.words, " "));
+        text += " -a " + fishQuoted(base::joined(argument.words, " "));
     }
     return text;
 }
@@ -31,7 +33,7 @@ std::string conditionOf(const Program& program, const Option& option) {
             others.push_back(command.name);
         }
     }
-    return others.empty() ? "" : "not __fish_seen_subcommand_from " + join(others, " ");
+    return others.empty() ? "" : "not __fish_seen_subcommand_from " + base::joined(others, " ");
 }
 
 std::string optionLine(const Program& program, const Option& option, const std::string& condition) {
@@ -43,15 +45,15 @@ std::string optionLine(const Program& program, const Option& option, const std::
     if (option.argument.has_value()) {
         text += (option.argument->isFile ? " -r" : " -x") + offered(*option.argument);
     }
-    return text + " -d " + quoted(option.help) + "\n";
+    return text + " -d " + fishQuoted(option.help) + "\n";
 }
 
 std::string commandLines(const Program& program) {
     std::string text;
-    const std::string all = join(commandNames(program), " ");
+    const std::string all = base::joined(commandNames(program), " ");
     for (const Command& command : program.commands) {
         text += offer(program, "not __fish_seen_subcommand_from " + all) + " -a " + command.name +
-                " -d " + quoted(command.summary) + "\n";
+                " -d " + fishQuoted(command.summary) + "\n";
         for (const Argument& operand : command.operands) {
             text += offer(program, "__fish_seen_subcommand_from " + command.name) +
                     offered(operand) + "\n";
@@ -61,7 +63,7 @@ std::string commandLines(const Program& program) {
 }
 
 /// After the operands of the program itself another command line stands.
-std::string otherProgram(const Program& program) {
+std::string otherProgramsLine(const Program& program) {
     const std::string count = std::to_string(program.operands.size());
     return offer(program,
                  "test (count (string match -v -- \"-*\" (commandline -opc))) -gt " + count) +
@@ -87,7 +89,7 @@ std::string fishCompletion(const Program& program) {
     for (const Argument& operand : program.operands) {
         text += offer(program, inOperands) + offered(operand) + "\n";
     }
-    return text + (program.runsProgram ? otherProgram(program) : "");
+    return text + (program.runsProgram ? otherProgramsLine(program) : "");
 }
 
 }  // namespace options

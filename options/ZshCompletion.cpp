@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "base/Parts.h"
 #include "options/Completion.h"
 #include "options/CompletionParts.h"
 
 namespace options {
 namespace {
 
-std::string quoted(const std::string& text) {
+std::string zshQuoted(const std::string& text) {
     std::string result = "'";
     for (const char character : text) {
         result += character == '\'' ? "'\\''" : std::string(1, character);
@@ -19,7 +20,7 @@ std::string argumentSpec(const Argument& argument) {
     if (argument.isFile) {
         action = "_files";
     } else if (!argument.words.empty()) {
-        action = "(" + join(argument.words, " ") + ")";
+        action = "(" + base::joined(argument.words, " ") + ")";
     }
     return ":" + argument.name + ":" + action;
 }
@@ -27,7 +28,8 @@ std::string argumentSpec(const Argument& argument) {
 /// What _arguments is told about an option, one text for each spelling.
 std::string optionSpecs(const Option& option) {
     // Each spelling excludes itself and the other, unless the option is repeatable.
-    const std::string before = option.isRepeatable ? "*" : "(" + join(spellings(option), " ") + ")";
+    const std::string before =
+        option.isRepeatable ? "*" : "(" + base::joined(spellings(option), " ") + ")";
     std::string after = "[" + escaped(option.help, "[]\\:") + "]";
     if (option.argument.has_value()) {
         after += argumentSpec(*option.argument);
@@ -38,7 +40,7 @@ std::string optionSpecs(const Option& option) {
         if (option.argument.has_value()) {
             spec += spelling.rfind("--", 0) == 0 ? "=" : "+";
         }
-        text += "        " + quoted(spec.append(after)) + "\n";
+        text += "        " + zshQuoted(spec.append(after)) + "\n";
     }
     return text;
 }
@@ -70,23 +72,23 @@ std::string argumentsCall(const Program& program, const Command* command) {
 std::string operandSpecs(const std::vector<Argument>& operands) {
     std::string text;
     for (const Argument& operand : operands) {
-        text += " " + quoted((operand.isOptional ? ":" : "") + argumentSpec(operand));
+        text += " " + zshQuoted((operand.isOptional ? ":" : "") + argumentSpec(operand));
     }
     return text;
 }
 
-std::string withoutCommands(const Program& program) {
+std::string operandsBody(const Program& program) {
     return "    " + argumentsCall(program, nullptr) + operandSpecs(program.operands) +
            (program.runsProgram ? " '*:::COMMAND: _normal'\n" : "\n");
 }
 
-std::string withCommands(const Program& program) {
+std::string commandsBody(const Program& program) {
     std::string text =
         "    local curcontext=$curcontext state state_descr line\n"
         "    typeset -A opt_args\n"
         "    local -a commands=(\n";
     for (const Command& command : program.commands) {
-        text += "        " + quoted(command.name + ":" + escaped(command.summary, "\\:")) + "\n";
+        text += "        " + zshQuoted(command.name + ":" + escaped(command.summary, "\\:")) + "\n";
     }
     text += "    )\n    " + argumentsCall(program, nullptr) +
             " '1:COMMAND:->command' '*::ARGUMENT:->argument' && return\n"
@@ -111,7 +113,7 @@ std::string zshCompletion(const Program& program) {
     return "#compdef " + program.name + "\n# Completion of " + program.name +
            " for zsh, which the program prints itself.\n" + function + "() {\n" +
            optionVariables(program) +
-           (program.commands.empty() ? withoutCommands(program) : withCommands(program)) +
+           (program.commands.empty() ? operandsBody(program) : commandsBody(program)) +
            "}\n"
            "\n"
            "# Called where zsh loads it as the function, else to be made known.\n"
