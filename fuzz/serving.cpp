@@ -70,8 +70,9 @@ private:
 };
 
 std::vector<CIMObjectPath> pathsIn(std::string_view text) {
-    constexpr std::size_t mostPaths = 4;
+    constexpr std::size_t mostPaths = 3;  // two links that share an end
     std::vector<CIMObjectPath> paths;
+    paths.reserve(mostPaths);
     while (!text.empty() && paths.size() < mostPaths) {
         const std::string_view line = text.substr(0, text.find('\n'));
         text.remove_prefix(std::min(text.size(), line.size() + 1));
