@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "cli/CommandLine.h"
 
+#include <cstdint>
 #include <map>
 
+#include "base/Integers.h"
 #include "cli/Syntax.h"
 #include "options/Parser.h"
 #include "options/UsageError.h"
@@ -44,9 +46,33 @@ void checkCombination(const Invocation& invocation) {
             "--devices shows a list to a private server only; the server of --server reads its own "
             "machine's list");
     }
-    if (invocation.credentials.has_value() && !invocation.server.has_value()) {
-        throw UsageError("--credentials is for the server of --server, which is missing");
+    if (invocation.key.has_value() && !invocation.cert.has_value()) {
+        throw UsageError("--key belongs to the certificate of --cert, which is missing");
     }
+    if (invocation.insecure && invocation.cacert.has_value()) {
+        throw UsageError(
+            "--cacert says what to trust, --insecure trusts everything: take one of them");
+    }
+}
+
+void checkServerIsNamed(const options::ParsedLine& line) {
+    for (const char* option :
+         {"credentials", "cacert", "cert", "key", "insecure", "proxy", "timeout"}) {
+        if (line.has(option) && !line.has("server")) {
+            throw UsageError("--" + std::string(option) +
+                             " is for the server of --server, which is missing");
+        }
+    }
+}
+
+std::chrono::seconds timeoutOf(const std::string& text) {
+    constexpr std::uint32_t longest = 86'400;
+    const auto seconds = base::parseDigits<std::uint32_t>(text);
+    if (!seconds || *seconds == 0 || *seconds > longest) {
+        throw UsageError("--timeout is a number of seconds from 1 to " + std::to_string(longest) +
+                         ", not \"" + text + "\"");
+    }
+    return std::chrono::seconds(*seconds);
 }
 
 DevicesRequest devicesRequest(const options::ParsedLine& line) {
@@ -115,9 +141,18 @@ CommandLine readCommandLine(const std::vector<std::string>& words) {
     invocation.command = serverCommands().at(line.command->name);
     invocation.server = line.argument("server");
     invocation.credentials = line.argument("credentials");
+    invocation.cacert = line.argument("cacert");
+    invocation.cert = line.argument("cert");
+    invocation.key = line.argument("key");
+    invocation.insecure = line.has("insecure");
+    invocation.proxy = line.argument("proxy");
+    if (const auto timeout = line.argument("timeout")) {
+        invocation.timeout = timeoutOf(*timeout);
+    }
     invocation.element = line.argument("element");
     invocation.devices = line.argument("devices");
     invocation.json = line.has("json");
+    checkServerIsNamed(line);
     checkCombination(invocation);
     return invocation;
 }

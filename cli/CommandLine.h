@@ -2,6 +2,7 @@
 // Reads the command line of usbhcdiag.
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <variant>
@@ -20,8 +21,14 @@ struct Invocation {
     Command command = Command::run;
     std::optional<std::string> server;       ///< URL as given
     std::optional<std::string> credentials;  ///< file name
-    std::optional<std::string> element;      ///< DeviceID
-    std::optional<std::string> devices;      ///< file name
+    std::optional<std::string> cacert;       ///< file name
+    std::optional<std::string> cert;         ///< file name
+    std::optional<std::string> key;          ///< file name
+    std::optional<std::string> proxy;        ///< URL as given
+    std::optional<std::chrono::seconds> timeout;
+    bool insecure = false;
+    std::optional<std::string> element;  ///< DeviceID
+    std::optional<std::string> devices;  ///< file name
     bool json = false;
 };
 

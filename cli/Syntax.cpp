@@ -7,11 +7,22 @@ namespace {
 std::vector<options::Option> allOptions() {
     return {
         {"server", 's', options::Argument{"URL"},
-         "talk to the CIM server at URL, for example http://localhost:5988,\n"
-         "instead of a private one"},
+         "talk to the CIM server at URL, for example https://host:5989 or\n"
+         "http://localhost:5988, instead of a private one"},
         {"credentials", 'c', options::Argument{"FILE", true},
          "user and password for that server: one line \"user:password\" in\n"
-         "a file that only you can read"},
+         "a file that only you can read; without it they come from ~/.netrc"},
+        {"cacert", 0, options::Argument{"FILE", true},
+         "trust the authorities in FILE (PEM), not those of the system"},
+        {"cert", 0, options::Argument{"FILE", true},
+         "show that server the certificate in FILE (PEM)"},
+        {"key", 0, options::Argument{"FILE", true},
+         "the private key of --cert (PEM), where that file does not hold it"},
+        {"insecure", 0, {}, "do not check who the server of an https URL is"},
+        {"proxy", 0, options::Argument{"URL"},
+         "reach that server through a proxy; the environment names none"},
+        {"timeout", 0, options::Argument{"SECONDS"},
+         "wait that long for each answer of that server (60)"},
         {"element", 'e', options::Argument{"DEVICEID"},
          "the host controller with that DeviceID (see `usbhcdiag elements`)"},
         {"devices", 'd', options::Argument{"FILE", true},
@@ -37,10 +48,16 @@ std::vector<options::Option> allOptions() {
     };
 }
 
+/// The options of a command that asks a server, with its own before them.
+std::vector<std::string> withServer(std::vector<std::string> own) {
+    own.insert(own.end(), {"server", "credentials", "cacert", "cert", "key", "insecure", "proxy",
+                           "timeout", "help"});
+    return own;
+}
+
 std::vector<options::Command> allCommands() {
     std::vector<options::Command> commands = {
-        {"run",
-         "run the test and print its report",
+        {"run", "run the test and print its report",
          "Runs the diagnostic test on one USB host controller and prints the report, one\n"
          "line of \"TestResults\" per line and nothing else: a block for each USB device, a\n"
          "line of ten blanks after each block.\n"
@@ -57,8 +74,8 @@ std::vector<options::Command> allCommands() {
          "  usbhcdiag run                        this machine's devices\n"
          "  usbhcdiag run --devices list.txt     a list from somebody's bug report\n"
          "  usbhcdiag run --json | jq .TestCompletionTime\n"
-         "  usbhcdiag run --server http://localhost:5988 --element 0000:00:14.0\n",
-         {"element", "devices", "server", "credentials", "json", "help"}},
+         "  usbhcdiag run --server https://host --element 0000:00:14.0\n",
+         withServer({"element", "devices", "json"})},
         {"devices",
          "list the USB devices, all of them",
          "Lists the USB devices of this machine, or of the recorded list FILE (- for standard\n"
@@ -110,22 +127,19 @@ std::vector<options::Command> allCommands() {
          "  usbhcdiag diff before.txt after.txt --json | jq '.differences[].kind'\n",
          {"json", "help"},
          {options::Argument{"OLD", true}, options::Argument{"NEW", true, {}, true}}},
-        {"tests",
-         "list the diagnostic tests",
+        {"tests", "list the diagnostic tests",
          "Lists the diagnostic tests that the server offers, with --json as an array of\n"
          "instances with all their properties.\n",
          "  usbhcdiag tests\n"
          "  usbhcdiag tests --server http://localhost:5988 --json\n",
-         {"server", "credentials", "json", "help"}},
-        {"elements",
-         "list the USB host controllers that can be tested",
+         withServer({"json"})},
+        {"elements", "list the USB host controllers that can be tested",
          "Lists the USB host controllers that the server knows, with --json as an array of\n"
          "instances with all their properties. The DeviceID is what --element takes.\n",
          "  usbhcdiag elements\n"
          "  usbhcdiag elements --devices list.txt\n",
-         {"devices", "server", "credentials", "json", "help"}},
-        {"results",
-         "list the results that the server keeps",
+         withServer({"devices", "json"})},
+        {"results", "list the results that the server keeps",
          "Lists the results of earlier runs, with --json as an array of instances with all\n"
          "their properties, the report lines in \"TestResults\". A server keeps the last\n"
          "result of each host controller until it ends. A private server ends with the\n"
@@ -133,24 +147,22 @@ std::vector<options::Command> allCommands() {
          "  usbhcdiag results --server http://localhost:5988\n"
          "  usbhcdiag results --server http://localhost:5988 --element 0000:00:14.0 --json |\n"
          "      jq -r '.[].TestResults[]'          the report again\n",
-         {"element", "server", "credentials", "json", "help"}},
-        {"clear",
-         "remove results from the server",
+         withServer({"element", "json"})},
+        {"clear", "remove results from the server",
          "Removes the results that the server keeps: all, or those of one host controller.\n"
          "A result whose test is in progress stays, and one of another test; that is said on\n"
          "standard error, and the exit status is 1. A private server ends with the command:\n"
          "without --server there is nothing to remove.\n",
          "  usbhcdiag clear --server http://localhost:5988\n"
          "  usbhcdiag clear --server http://localhost:5988 --element 0000:00:14.0\n",
-         {"element", "server", "credentials", "help"}},
-        {"mof",
-         "print this machine's elements as MOF, to load into OpenPegasus",
+         withServer({"element"})},
+        {"mof", "print this machine's elements as MOF, to load into OpenPegasus",
          "Prints the instances that a run refers to (the host controllers, the computer\n"
          "system, the test software) in MOF, the language that OpenPegasus loads. A private\n"
          "server makes them from this machine. The classes are not among them: load those\n"
          "first.\n",
          "  usbhcdiag mof > machine.mof && cimmof -n root/kavex machine.mof\n",
-         {"devices", "server", "credentials", "help"}},
+         withServer({"devices"})},
         {"completion",
          "print the completion for a shell",
          "Prints a script with which the shell completes the commands, options and file names\n"

@@ -119,6 +119,38 @@ TEST(CommandLine, RefusesWhatContradicts) {
               "own machine's list");
     EXPECT_EQ(complaint({"run", "--credentials", "f"}),
               "--credentials is for the server of --server, which is missing");
+    EXPECT_EQ(complaint({"tests", "--insecure"}),
+              "--insecure is for the server of --server, which is missing");
+    EXPECT_EQ(complaint({"tests", "--timeout", "5"}),
+              "--timeout is for the server of --server, which is missing");
+    EXPECT_EQ(complaint({"tests", "-s", "https://h", "--key", "f"}),
+              "--key belongs to the certificate of --cert, which is missing");
+    EXPECT_EQ(complaint({"tests", "-s", "https://h", "--insecure", "--cacert", "f"}),
+              "--cacert says what to trust, --insecure trusts everything: take one of them");
+}
+
+TEST(CommandLine, TakesWhatIsSaidOfTheServer) {
+    const Invocation bare = invocation({"tests"});
+    EXPECT_EQ(bare.cacert, std::nullopt);
+    EXPECT_EQ(bare.timeout, std::nullopt);
+    EXPECT_FALSE(bare.insecure);
+    const Invocation full = invocation({"tests", "-s", "https://h", "--cacert", "a", "--cert", "c",
+                                        "--key", "k", "--proxy", "http://p", "--timeout", "1"});
+    EXPECT_EQ(full.cacert, "a");
+    EXPECT_EQ(full.cert, "c");
+    EXPECT_EQ(full.key, "k");
+    EXPECT_EQ(full.proxy, "http://p");
+    EXPECT_EQ(full.timeout, std::chrono::seconds(1));
+    EXPECT_TRUE(invocation({"tests", "-s", "https://h", "--insecure"}).insecure);
+}
+
+TEST(CommandLine, TheTimeoutIsADayAtMost) {
+    EXPECT_EQ(invocation({"tests", "-s", "https://h", "--timeout", "86400"}).timeout,
+              std::chrono::hours(24));
+    for (const std::string other : {"0", "86401", "99999999999", "-1", "1.5", "1s"}) {
+        EXPECT_EQ(complaint({"tests", "-s", "https://h", "--timeout", other}),
+                  "--timeout is a number of seconds from 1 to 86400, not \"" + other + "\"");
+    }
 }
 
 DevicesRequest devicesOf(const std::vector<std::string>& words) {

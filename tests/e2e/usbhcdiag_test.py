@@ -175,7 +175,7 @@ class Run(Case):
                          "usbhcdiag: there is no option --fast\nTry `usbhcdiag --help`.\n")
         self.assertEqual(self.fails(2, "run", "--server", "localhost"),
                          "usbhcdiag: --server: the URL of a CIM server reads "
-                         "http://[user:password@]host[:port]: it must begin with http://\n"
+                         "http[s]://[user:password@]host[:port]: it must begin with https:// or http://\n"
                          "Try `usbhcdiag --help`.\n")
 
 

@@ -17,7 +17,6 @@
 #include "wire/cimxml/ValueConversion.h"
 #include "wire/cimxml/XmlDocument.h"
 #include "wire/cimxml/XmlError.h"
-#include "wire/http/BasicAuthentication.h"
 #include "wire/http/PercentEncoding.h"
 
 namespace wire {
@@ -74,6 +73,13 @@ std::string refusalText(const HttpResponse& response) {
     if (response.status == 401) {
         text += ": it wants other credentials";
     }
+    if (const auto place = findField(response.fields, "Location")) {
+        text += ": it redirects to " + *place + ", which is not followed";
+    }
+    const bool isNotFound = response.status == 404 || response.status == 405;
+    if (isNotFound && !findField(response.fields, "CIMError")) {
+        text += ": this is no CIM server";
+    }
     for (const char* field : {"CIMError", "PGErrorDetail"}) {
         if (const auto value = findField(response.fields, field)) {
             text += ": " + percentDecoded(*value);
@@ -95,11 +101,8 @@ std::optional<std::chrono::seconds> pauseBefore(const HttpResponse& response) {
 
 }  // namespace
 
-CimClient::CimClient(const ServerUrl& url, const HttpClientLimits& limits)
-    : url_(url.withoutCredentials()),
-      authorization_(url.userAndPassword.empty() ? std::string()
-                                                 : basicAuthorization(url.userAndPassword)),
-      http_(url.host, url.port, limits) {}
+CimClient::CimClient(const ServerUrl& url, const HttpClientOptions& options)
+    : url_(url.withoutCredentials()), http_(url, options) {}
 
 void CimClient::fail(const std::string& what) const {
     throw ClientError(url_ + ": " + what);
@@ -109,10 +112,10 @@ std::string CimClient::nextMessageId() {
     return std::to_string(++lastMessage_);
 }
 
-HttpResponse CimClient::ask(const HttpRequest& request) {
+HttpResponse CimClient::ask(const HttpFields& fields, const std::string& body) {
     constexpr int repetitions = 2;
     for (int repeated = 0;; ++repeated) {
-        HttpResponse response = http_.exchange(request);
+        HttpResponse response = http_.post("/cimom", fields, body);
         const auto pause = pauseBefore(response);
         if (!pause || repeated == repetitions) {
             return response;
@@ -122,20 +125,13 @@ HttpResponse CimClient::ask(const HttpRequest& request) {
 }
 
 std::string CimClient::exchange(const std::string& method, const std::string& object,
-                                std::string body) {
-    HttpRequest request;
-    request.method = "POST";
-    request.target = "/cimom";
-    request.fields = {{"Content-Type", "application/xml; charset=\"utf-8\""},
-                      {"CIMProtocolVersion", "1.0"},
-                      {"CIMOperation", "MethodCall"},
-                      {"CIMMethod", percentEncoded(method)},
-                      {"CIMObject", percentEncoded(object)}};
-    if (!authorization_.empty()) {
-        request.fields.push_back({"Authorization", authorization_});
-    }
-    request.body = std::move(body);
-    HttpResponse response = ask(request);
+                                const std::string& body) {
+    HttpResponse response = ask({{"Content-Type", "application/xml; charset=\"utf-8\""},
+                                 {"CIMProtocolVersion", "1.0"},
+                                 {"CIMOperation", "MethodCall"},
+                                 {"CIMMethod", percentEncoded(method)},
+                                 {"CIMObject", percentEncoded(object)}},
+                                body);
     if (response.status != 200) {
         fail(refusalText(response));
     }

@@ -13,8 +13,8 @@
 #include <Pegasus/Common/CIMPropertyList.h>
 
 #include "wire/cimxml/MethodResult.h"
+#include "wire/client/HttpClient.h"
 #include "wire/client/ServerUrl.h"
-#include "wire/http/HttpClient.h"
 
 namespace wire {
 
@@ -37,8 +37,8 @@ class ClientError : public std::runtime_error {
 /// `CIMPropertyList()`, which is null, asks for every property.
 class CimClient {
 public:
-    /// Does not connect yet.
-    explicit CimClient(const ServerUrl& url, const HttpClientLimits& limits = {});
+    /// Does not connect yet. Throws HttpError for options that cannot be used.
+    explicit CimClient(const ServerUrl& url, const HttpClientOptions& options = {});
 
     /// The instance of that name. Its path is the name asked for, since servers send none.
     Pegasus::CIMInstance getInstance(
@@ -70,9 +70,10 @@ private:
     class OperationRequest;
 
     /// Sends a request, again later if the server has no time for it now.
-    HttpResponse ask(const HttpRequest& request);
+    HttpResponse ask(const HttpFields& fields, const std::string& body);
     /// Sends a request and hands the answer's body back.
-    std::string exchange(const std::string& method, const std::string& object, std::string body);
+    std::string exchange(const std::string& method, const std::string& object,
+                         const std::string& body);
     [[noreturn]] void fail(const std::string& what) const;
     std::string nextMessageId();
 
@@ -81,7 +82,6 @@ private:
     auto guarded(Ask ask);
 
     std::string url_;
-    std::string authorization_;
     HttpClient http_;
     unsigned long lastMessage_ = 0;
 };

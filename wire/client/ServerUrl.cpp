@@ -4,21 +4,21 @@
 #include <stdexcept>
 #include <string_view>
 
-#include "base/Ascii.h"
 #include "base/Integers.h"
-#include "wire/http/LoopbackAddress.h"
 #include "wire/http/PercentEncoding.h"
 
 namespace wire {
 
 namespace {
 
-constexpr std::string_view scheme = "http://";
+constexpr std::string_view plainScheme = "http://";
+constexpr std::string_view encryptedScheme = "https://";
+constexpr std::uint16_t encryptedPort = 5989;
 
 /// The message does not repeat the URL, which may hold a password.
 [[noreturn]] void fail(const std::string& what) {
     throw std::invalid_argument(
-        "the URL of a CIM server reads http://[user:password@]host[:port]: " + what);
+        "the URL of a CIM server reads http[s]://[user:password@]host[:port]: " + what);
 }
 
 std::uint16_t parsePort(std::string_view text) {
@@ -32,21 +32,23 @@ std::uint16_t parsePort(std::string_view text) {
 }  // namespace
 
 ServerUrl ServerUrl::parse(const std::string& url) {
+    ServerUrl result;
     std::string_view rest = url;
-    if (rest.substr(0, 8) == "https://") {
-        fail("https is not supported; reach a remote server through a tunnel (ssh -L)");
+    if (rest.substr(0, encryptedScheme.size()) == encryptedScheme) {
+        result.isEncrypted = true;
+        result.port = encryptedPort;
+        rest.remove_prefix(encryptedScheme.size());
+    } else if (rest.substr(0, plainScheme.size()) == plainScheme) {
+        rest.remove_prefix(plainScheme.size());
+    } else {
+        fail("it must begin with https:// or http://");
     }
-    if (rest.substr(0, scheme.size()) != scheme) {
-        fail("it must begin with http://");
-    }
-    rest.remove_prefix(scheme.size());
     const std::size_t slash = rest.find('/');
     if (slash != std::string_view::npos && slash + 1 != rest.size()) {
         fail("nothing is expected after the port");
     }
     rest = rest.substr(0, slash);
 
-    ServerUrl result;
     if (const std::size_t at = rest.rfind('@'); at != std::string_view::npos) {
         result.userAndPassword = percentDecoded(rest.substr(0, at));
         if (result.userAndPassword.find(':') == std::string::npos) {
@@ -70,6 +72,10 @@ ServerUrl ServerUrl::parse(const std::string& url) {
     if (result.host.empty()) {
         fail("the host is missing");
     }
+    // Elsewhere in a URL these end the host.
+    if (result.host.find_first_of("#?\\ ") != std::string::npos) {
+        fail("\"" + result.host + "\" is not a host");
+    }
     if (!afterHost.empty()) {
         if (afterHost.front() != ':') {
             fail("a port is expected after the \"]\"");
@@ -81,12 +87,8 @@ ServerUrl ServerUrl::parse(const std::string& url) {
 
 std::string ServerUrl::withoutCredentials() const {
     const bool isIpv6 = host.find(':') != std::string::npos;
-    return std::string(scheme) + (isIpv6 ? "[" + host + "]" : host) + ":" + std::to_string(port);
-}
-
-bool ServerUrl::isLoopback() const {
-    return base::equalIgnoringCase(host, "localhost") || isLoopbackIpv4(host) ||
-           isLoopbackIpv6(host);
+    return std::string(isEncrypted ? encryptedScheme : plainScheme) +
+           (isIpv6 ? "[" + host + "]" : host) + ":" + std::to_string(port);
 }
 
 }  // namespace wire

@@ -9,19 +9,17 @@
 
 namespace wire {
 
-/// http://[user:password@]host[:port][/]
+/// http[s]://[user:password@]host[:port][/]
 struct ServerUrl {
-    /// Percent-encoding in user and password is undone; the port is 5988 if none is given; an
-    /// IPv6 address stands in brackets. Throws std::invalid_argument, with a message for the user,
+    /// Percent-encoding in user and password is undone; without a port it is 5989 for https and
+    /// 5988 for http; an IPv6 address stands in brackets. Throws std::invalid_argument, with a message for the user,
     /// for anything else.
     static ServerUrl parse(const std::string& url);
 
     /// The URL again, without the credentials: for messages.
     std::string withoutCredentials() const;
 
-    /// Whether what is sent there stays on this machine: "localhost" or a numeric loopback address.
-    bool isLoopback() const;
-
+    bool isEncrypted = false;  ///< https
     std::string host;
     std::uint16_t port = 5988;
     std::string userAndPassword;  ///< "user:password"; empty if none is given

@@ -24,12 +24,22 @@ std::string_view reasonPhrase(unsigned status) {
     switch (status) {
         case 200:
             return "OK";
+        case 301:
+            return "Moved Permanently";
+        case 302:
+            return "Found";
+        case 307:
+            return "Temporary Redirect";
+        case 308:
+            return "Permanent Redirect";
         case 400:
             return "Bad Request";
         case 401:
             return "Unauthorized";
         case 403:
             return "Forbidden";
+        case 404:
+            return "Not Found";
         case 405:
             return "Method Not Allowed";
         case 408:

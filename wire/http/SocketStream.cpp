@@ -112,10 +112,4 @@ void SocketStream::pause(std::chrono::milliseconds time) const {
     poll(&closed, 1, static_cast<int>(time.count()));
 }
 
-bool SocketStream::isStale() const {
-    char byte = 0;
-    const ssize_t count = recv(socket_.get(), &byte, 1, MSG_PEEK | MSG_DONTWAIT);
-    return count >= 0 || !isTick();
-}
-
 }  // namespace wire

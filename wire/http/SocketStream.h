@@ -52,9 +52,6 @@ public:
     /// Waits that long, but no longer than the peer keeps its side open.
     void pause(std::chrono::milliseconds time) const;
 
-    /// Whether the peer has closed or sent something while nothing was expected of it.
-    bool isStale() const;
-
 private:
     void checkDeadline() const;
 

@@ -117,16 +117,6 @@ TEST_F(SocketStreamTest, writingToNobodyFails) {
     }
 }
 
-TEST_F(SocketStreamTest, noticesThatThePeerHasClosedOrSpoken) {
-    EXPECT_FALSE(stream_->isStale());
-    ASSERT_EQ(send(peer_.get(), "x", 1, 0), 1);
-    EXPECT_TRUE(stream_->isStale());
-    EXPECT_EQ(read(), "x");
-    EXPECT_FALSE(stream_->isStale());
-    peer_.close();
-    EXPECT_TRUE(stream_->isStale());
-}
-
 TEST_F(SocketStreamTest, drainReadsUntilThePeerCloses) {
     ASSERT_EQ(send(peer_.get(), "rest", 4, 0), 4);
     std::thread closing([this] {
