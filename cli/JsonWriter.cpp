@@ -53,7 +53,7 @@ class JsonWriter::Document {
 
         explicit Buffer(Output output) : output_(std::move(output)) {}
 
-        void Put(char character) {
+        void Put(char character) {  // NOLINT(readability-identifier-naming): RapidJSON's
             // The last bytes are for the end of a character.
             if (length_ + longestCharacter > bytes_.size() && !base::continuesUtf8(character)) {
                 pass();
@@ -62,7 +62,7 @@ class JsonWriter::Document {
         }
 
         /// RapidJSON calls it at the end, before the line feed.
-        void Flush() {}
+        void Flush() {}  // NOLINT(readability-identifier-naming): RapidJSON's
 
         void pass() {
             output_(std::string_view(bytes_.data(), length_));

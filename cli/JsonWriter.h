@@ -41,9 +41,7 @@ public:
     /// By its type; null for an optional without a value.
     template <typename Value>
     void value(const Value& value) {
-        if constexpr (std::is_same_v<Value, std::nullptr_t>) {
-            null();
-        } else if constexpr (std::is_same_v<Value, bool>) {
+        if constexpr (std::is_same_v<Value, bool>) {
             boolean(value);
         } else if constexpr (std::is_floating_point_v<Value>) {
             number(double{value});
@@ -59,6 +57,8 @@ public:
             null();
         }
     }
+
+    void value(std::nullptr_t) { null(); }
 
     template <typename Value>
     void member(std::string_view name, const Value& value) {

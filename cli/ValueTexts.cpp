@@ -30,7 +30,7 @@ CIMValue valueOf(const CIMInstance& instance, const char* property) {
 /// With a point, which makes it a real.
 std::string realText(double value) {
     std::array<char, 32> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+    char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
     const std::string text(digits.data(), end);
     return std::isfinite(value) && text.find_first_of(".e") == std::string::npos ? text + ".0"
                                                                                  : text;
@@ -143,7 +143,7 @@ std::string mofOf(const CIMInstance& instance) {
     std::string text = "instance of " + toUtf8(instance.getClassName().getString()) + " {\n";
     for (Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
         const CIMConstProperty property = instance.getProperty(i);
-        const CIMValue value = property.getValue();
+        const CIMValue& value = property.getValue();
         if (!value.isNull()) {
             text +=
                 "    " + toUtf8(property.getName().getString()) + " = " + mofValue(value) + ";\n";
