@@ -53,6 +53,9 @@ class Hunt(unittest.TestCase):
             self.assertRegex(lines[0], r"^fuzz-it +2000 inputs +\d+/s  coverage +42  slowest +100\.0 ms  clean$")
             self.assertEqual(list((self.build / "findings").iterdir()), [])
 
+    def test_time_that_the_machine_gives_to_others_does_not_count(self):
+        self.assertIn(" 2000 inputs    2000/s ", self.hunt("0.4", "0.4", "sleep 1")[1][0])
+
     def test_an_input_that_takes_too_long_is_a_finding(self):
         for short, long in (("0.4", "100.1"), ("100.1", "0.4")):
             found, lines = self.hunt(short, long)
