@@ -13,7 +13,7 @@ import unittest
 
 import programs
 from hosting import CimHost, OHCI_TREE
-from namespaces import PATIENCE
+from namespaces import PATIENCE, in_namespaces
 from programs import USBHCDIAG
 
 STUNNEL = shutil.which("stunnel4") or shutil.which("stunnel")
@@ -150,6 +150,27 @@ class Https(unittest.TestCase):
         self.fails(usbhcdiag("tests", "--server", front.url), unknown)
         other = Authority(self.folder, "other")
         self.fails(usbhcdiag("tests", "--server", front.url, "--cacert", other.certificate), unknown)
+
+    def test_trusts_the_system_unless_it_is_told_whom_to_trust(self):
+        system = "/etc/ssl/certs"
+        if not os.path.exists(os.path.join(system, "ca-certificates.crt")):
+            self.skipTest(f"this system keeps its authorities elsewhere than in {system}")
+        if in_namespaces(True, "true").returncode != 0:
+            self.skipTest("no user namespaces here")
+        store = self.authority.file("store")
+        os.mkdir(store)
+        for name in ("ca-certificates.crt", "authority.pem"):
+            shutil.copy(self.authority.certificate, os.path.join(store, name))
+        self.authority.openssl("rehash", store)
+        url = self.front(self.good).url
+
+        def where_the_system_trusts_it(*words):
+            return in_namespaces(True, f'mount --bind "$1" {system}; shift; exec "$@"', store, USBHCDIAG, "tests",
+                                 "--server", url, *words)
+        self.prints_tests(where_the_system_trusts_it())
+        other = Authority(self.folder, "stranger")
+        self.fails(where_the_system_trusts_it("--cacert", other.certificate),
+                   "the server's certificate is not accepted (?s:.*)")
 
     def test_refuses_an_expired_certificate(self):
         front = self.front(self.authority.sign("expired", days=-1))

@@ -233,7 +233,7 @@ private:
             response_.fields.push_back(
                 {std::string(line.substr(0, colon)), std::string(trimmed(line.substr(colon + 1)))});
         } else if (trimmed(line).empty()) {
-            hasWholeHeader_ = response_.status / 100 != 1;
+            hasWholeHeader_ = true;
         }
     }
 

@@ -13,18 +13,23 @@ from pegasus_server import LIBRARY
 USERS = (("root", "first-secret"), ("nobody", "second-secret"))
 
 
+def add_users(server):
+    """Has the server know USERS; where it cannot, the tests are skipped."""
+    if not (server.home / "bin/cimuser").exists():
+        raise unittest.SkipTest("this server has no cimuser, and asks PAM for passwords")
+    for name, password in USERS:
+        added = server.run("cimuser", "-a", "-u", name, "-w", password, check=False)
+        if added.returncode != 0:
+            raise unittest.SkipTest(f"this server keeps no password file of its own: {added.stdout}")
+
+
 class Users:
     configuration = {"enableAuthentication": "true", "httpAuthType": "Basic"}
 
     @classmethod
     def setUpClass(cls):
         super().setUpClass()
-        if not (cls.server.home / "bin/cimuser").exists():
-            raise unittest.SkipTest("this server has no cimuser, and asks PAM for passwords")
-        for name, password in USERS:
-            added = cls.server.run("cimuser", "-a", "-u", name, "-w", password, check=False)
-            if added.returncode != 0:
-                raise unittest.SkipTest(f"this server keeps no password file of its own: {added.stdout}")
+        add_users(cls.server)
 
     def setUp(self):
         super().setUp()

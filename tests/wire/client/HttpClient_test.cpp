@@ -157,6 +157,7 @@ HttpResponse ask(const std::string& answer) {
 HttpResponse describe(HttpRequest&& request) {
     return {200,
             {{"Host-Seen", findField(request.fields, "Host").value_or("")},
+             {"Expect-Seen", findField(request.fields, "Expect").value_or("none")},
              {"Authorization-Seen", findField(request.fields, "Authorization").value_or("none")}},
             request.body};
 }
@@ -231,7 +232,9 @@ TEST(HttpClient, sendsLargeBodies) {
     const HttpServer server(ListenAddress("127.0.0.1", 0), describe, limits);
     HttpClient client(urlOf(server.port()));
     const std::string large(limits.bodyBytes, 'x');
-    EXPECT_TRUE(client.post("/", {}, large).body == large);
+    const HttpResponse response = client.post("/", {}, large);
+    EXPECT_TRUE(response.body == large);
+    EXPECT_EQ(findField(response.fields, "Expect-Seen"), "none");
 }
 
 TEST(HttpClient, connectsAgainWhereTheServerHasClosed) {
