@@ -17,10 +17,6 @@ namespace wire {
 
 namespace {
 
-struct FreeHandle {
-    void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
-};
-
 struct FreeList {
     void operator()(curl_slist* list) const { curl_slist_free_all(list); }
 };
@@ -109,6 +105,10 @@ public:
     }
 
 private:
+    struct FreeHandle {
+        void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
+    };
+
     static constexpr const char* noCompleteAnswer =
         "the server closed the connection without a complete answer";
 
