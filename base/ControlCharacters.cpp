@@ -4,13 +4,6 @@
 #include "base/Utf8.h"
 
 namespace base {
-namespace {
-
-bool isControl(char32_t character) {
-    return character < 0x20 || (character >= 0x7F && character < 0xA0);
-}
-
-}  // namespace
 
 std::string withoutControls(std::string_view text) {
     std::string result;

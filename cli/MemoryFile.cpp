@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/DescriptorIo.h"
 #include "cli/Errors.h"
 
 namespace usbhcdiag {
@@ -14,8 +15,7 @@ base::FileDescriptor memoryFile(const char* name, const std::string& content) {
     if (!file.isOpen() || ::fchmod(file.get(), S_IRUSR | S_IWUSR) != 0) {
         throw Failure("cannot make a file in memory: " + systemReason());
     }
-    if (::write(file.get(), content.data(), content.size()) !=
-        static_cast<ssize_t>(content.size())) {
+    if (!base::writeAll(file.get(), content)) {
         throw Failure("cannot write to a file in memory: " + systemReason());
     }
     return file;

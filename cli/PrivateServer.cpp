@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "base/Ascii.h"
+#include "base/DescriptorIo.h"
 #include "cli/Errors.h"
 #include "cli/MemoryFile.h"
 #include "devicelist/DeviceListMount.h"
@@ -150,7 +151,7 @@ void PrivateServer::become(const std::string& program, const std::optional<std::
     if (::getppid() != parent) {
         ::_exit(1);  // it ended before the line above
     }
-    const std::string credentialsName = "/proc/self/fd/" + std::to_string(credentialsNumber);
+    const std::string credentialsName = base::descriptorPath(credentialsNumber);
     std::vector<const char*> arguments = {program.c_str(), "--port", "0", "--credentials",
                                           credentialsName.c_str()};
     if (devices.has_value()) {

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "base/DescriptorIo.h"
 #include "base/FileDescriptor.h"
 
 namespace usbhcdiag {
@@ -26,7 +27,7 @@ public:
     const std::optional<std::string>& text() const { return text_; }
 
     /// Where this process, and those that it starts while this object exists, find it.
-    std::string path() const { return "/proc/self/fd/" + std::to_string(file_.get()); }
+    std::string path() const { return base::descriptorPath(file_.get()); }
 
 private:
     void take(int descriptor);

@@ -3,6 +3,7 @@
 
 #include <stdexcept>
 
+#include "base/DescriptorIo.h"
 #include "cli/MachineList.h"
 #include "cli/MemoryFile.h"
 #include "cli/Note.h"
@@ -99,7 +100,7 @@ void Server::startPrivateServer(const Invocation& invocation) {
     }
     const base::FileDescriptor list = memoryFile("devices", own->text);
     private_ = std::make_unique<PrivateServer>(cimhostProgram(), devices,
-                                               "/proc/self/fd/" + std::to_string(list.get()));
+                                               base::descriptorPath(list.get()));
     showsSysfs_ = private_->notShown().empty();
     if (showsSysfs_) {
         note(own->origin);

@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "base/DescriptorIo.h"
 #include "base/FileDescriptor.h"
 #include "cli/Errors.h"
 
@@ -49,18 +50,6 @@ mode_t allowedMode() {
     return everybody & ~mask;
 }
 
-/// Whether all was written; otherwise errno says why not.
-bool writeAll(int descriptor, std::string_view content) {
-    while (!content.empty()) {
-        const ssize_t count = ::write(descriptor, content.data(), content.size());
-        if (count < 0 && errno != EINTR) {
-            return false;
-        }
-        content.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
-    }
-    return true;
-}
-
 }  // namespace
 
 void writeWholeFile(const std::string& path, std::string_view content) {
@@ -70,7 +59,7 @@ void writeWholeFile(const std::string& path, std::string_view content) {
     if (!file.isOpen()) {
         fail(path, systemReason());
     }
-    if (!writeAll(file.get(), content) || ::fchmod(file.get(), allowedMode()) != 0 ||
+    if (!base::writeAll(file.get(), content) || ::fchmod(file.get(), allowedMode()) != 0 ||
         ::fsync(file.get()) != 0 || ::rename(temporary.c_str(), wanted.c_str()) != 0) {
         const std::string reason = systemReason();
         ::unlink(temporary.c_str());

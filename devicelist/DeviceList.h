@@ -13,6 +13,9 @@ namespace devicelist {
 /// The length in bytes of the longest list that is read.
 constexpr std::size_t maximumListSize = std::size_t{16} << 20;
 
+/// The deepest level that a kernel prints: hubs below hubs have an end. It also bounds the length of a port path.
+constexpr unsigned deepestLevel = 6;
+
 /// Something that no kernel prints, or that contradicts the rest of the list.
 struct Problem {
     enum class Kind {

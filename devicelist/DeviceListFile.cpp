@@ -3,12 +3,11 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
-#include <cstddef>
 #include <cstring>
 
+#include "base/DescriptorIo.h"
 #include "base/FileDescriptor.h"
 #include "devicelist/DeviceList.h"
 #include "devicelist/HeldFile.h"
@@ -56,22 +55,14 @@ std::string readRegularDeviceListFile(const std::string& path) {
 }
 
 std::string readOpenDeviceList(int descriptor) {
-    constexpr std::size_t step = std::size_t{64} << 10;
     std::string text;
-    std::size_t length = 0;
-    while (length <= maximumListSize) {
-        text.resize(length + step);
-        const ssize_t count = ::read(descriptor, &text[length], step);
-        if (count < 0 && errno != EINTR) {
-            fail(errno);
-        }
-        if (count == 0) {
-            text.resize(length);
-            return text;
-        }
-        length += count > 0 ? static_cast<std::size_t>(count) : 0;
+    if (!base::readUpTo(descriptor, maximumListSize + 1, text)) {
+        fail(errno);
     }
-    throw DeviceListFileError(false, "it is longer than 16 MiB");
+    if (text.size() > maximumListSize) {
+        throw DeviceListFileError(false, "it is longer than 16 MiB");
+    }
+    return text;
 }
 
 }  // namespace devicelist

@@ -18,6 +18,7 @@
 #include <optional>
 #include <utility>
 
+#include "base/DescriptorIo.h"
 #include "base/FileDescriptor.h"
 #include "devicelist/DeviceListFile.h"
 
@@ -29,7 +30,7 @@ namespace {
     throw DeviceListMountError(step + ": " + std::strerror(errno));
 }
 
-HeldFile hold(const std::string& path) {
+HeldFile holdOrFail(const std::string& path) {
     HeldFile file(path);
     if (!file.isHeld()) {
         fail("cannot open " + path);
@@ -40,8 +41,7 @@ HeldFile hold(const std::string& path) {
 void writeFile(const std::string& path, const std::string& text, int flags = 0) {
     constexpr mode_t readable = 0444;
     const base::FileDescriptor file(open(path.c_str(), O_WRONLY | O_CLOEXEC | flags, readable));
-    if (!file.isOpen() ||
-        write(file.get(), text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
+    if (!file.isOpen() || !base::writeAll(file.get(), text)) {
         fail("cannot write " + path);
     }
 }
@@ -146,7 +146,7 @@ void showAgain(const HeldFile& covered, const std::string& folder, const char* n
 /// Covers `folder` with an empty file system in memory under which its entries stay visible, all but
 /// one of that name.
 void cover(const std::string& folder, const std::string& hidden) {
-    const HeldFile covered = hold(folder);
+    const HeldFile covered = holdOrFail(folder);
     if (mount("devicelist", folder.c_str(), "tmpfs", MS_NOSUID | MS_NODEV | MS_NOEXEC,
               "mode=0755") != 0) {
         fail("cannot cover " + folder);
@@ -199,7 +199,7 @@ std::optional<HeldFile> openedInView(const HeldFile& held, const std::string& na
     if (name.empty() || name.front() != '/' || !exists(name)) {
         return std::nullopt;
     }
-    HeldFile found = hold(name);
+    HeldFile found = holdOrFail(name);
     const struct stat& before = held.facts();
     const struct stat& now = found.facts();
     if (before.st_dev != now.st_dev || before.st_ino != now.st_ino) {
@@ -219,7 +219,7 @@ std::string contentOf(const HeldFile& held, const std::string& name) {
 }  // namespace
 
 DeviceListMount::DeviceListMount(std::string file, std::string place)
-    : name_(std::move(file)), place_(std::move(place)), file_(hold(name_)) {}
+    : name_(std::move(file)), place_(std::move(place)), file_(holdOrFail(name_)) {}
 
 void DeviceListMount::enter() const {
     // Before the view is entered, so that a mistyped name leaves the process as it was.

@@ -18,9 +18,6 @@ namespace {
 constexpr std::size_t maximumDevices = std::size_t{1} << 17;
 constexpr std::size_t maximumRecords = std::size_t{1} << 19;
 
-// The deepest level that a kernel prints. It also bounds the length of a port path.
-constexpr unsigned deepestLevel = 6;
-
 constexpr std::size_t letterAndColon = 2;
 
 bool isBlank(std::string_view line) {

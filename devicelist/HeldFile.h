@@ -7,6 +7,7 @@
 
 #include <string>
 
+#include "base/DescriptorIo.h"
 #include "base/FileDescriptor.h"
 
 namespace devicelist {
@@ -30,7 +31,7 @@ public:
     const struct stat& facts() const { return facts_; }
 
     /// Where this process finds it, to open it for reading, too.
-    std::string path() const { return "/proc/self/fd/" + std::to_string(number()); }
+    std::string path() const { return base::descriptorPath(number()); }
 
 private:
     base::FileDescriptor place_;

@@ -8,8 +8,6 @@ namespace devicelist {
 
 namespace {
 
-constexpr auto npos = std::string_view::npos;
-
 constexpr bool isSeparator(char character) {
     return character == ' ' || character == '\t' || character == '\r' || character == ',';
 }
@@ -54,7 +52,7 @@ std::optional<std::uint8_t> LineFields::namedHexadecimal(std::string_view label,
     const auto number = base::parseDigits<std::uint8_t>(text_.substr(begin, end - begin), 16);
     const auto bracket = text_.substr(end, longestName + 2);
     const auto close = bracket.find(')');
-    if (!bracket.empty() && bracket.front() == '(' && close != npos) {
+    if (!bracket.empty() && bracket.front() == '(' && close != std::string_view::npos) {
         if (number) {
             name = bracket.substr(1, close - 1);
             name.erase(name.find_last_not_of(' ') + 1);
@@ -125,10 +123,10 @@ std::string_view LineFields::word(std::string_view label) {
 
 std::size_t LineFields::find(std::string_view label) {
     auto at = findLabel(label, next_);
-    if (at == npos) {
+    if (at == std::string_view::npos) {
         at = findLabel(label, 0);
     }
-    isFound_ = at != npos;
+    isFound_ = at != std::string_view::npos;
     if (!isFound_) {
         note(label, "is missing");
         return text_.size();
@@ -139,7 +137,7 @@ std::size_t LineFields::find(std::string_view label) {
 
 std::size_t LineFields::findLabel(std::string_view label, std::size_t start) const {
     auto at = text_.find(label, start);
-    while (at != npos && at != 0 && !isSeparator(text_[at - 1])) {
+    while (at != std::string_view::npos && at != 0 && !isSeparator(text_[at - 1])) {
         at = text_.find(label, at + 1);
     }
     return at;

@@ -10,7 +10,6 @@ namespace devicelist {
 
 namespace {
 
-constexpr auto npos = std::string_view::npos;
 constexpr std::size_t fieldCount = 8;
 
 /// A line by its first byte and that of its line feed; npos if it has none.
@@ -66,7 +65,7 @@ public:
     /// Takes notice of a line other than an endpoint's.
     void take(char letter, std::string_view line, Source source) {
         const auto setIfNamed = [&](const char* word, BlockField field) {
-            if (line.find(word) != npos) {
+            if (line.find(word) != std::string_view::npos) {
                 set(field, source);
             }
         };
@@ -132,7 +131,7 @@ public:
         for (std::size_t begin = 0; begin < text_.size();) {
             const std::size_t end = text_.find('\n', begin);
             takeLine({begin, end});
-            begin = end == npos ? text_.size() : end + 1;
+            begin = end == std::string_view::npos ? text_.size() : end + 1;
         }
         for (std::size_t position = 0; position < coverage_.devices.size(); ++position) {
             for (const ForeignFields& foreign : coverage_.devices[position].foreign) {

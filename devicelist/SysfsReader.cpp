@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/DescriptorIo.h"
 #include "base/FileDescriptor.h"
 #include "base/Integers.h"
 #include "devicelist/Descriptors.h"
@@ -25,9 +26,8 @@ namespace {
 
 using std::filesystem::path;
 
-// The kernel has 64 buses with 127 devices each at most, and lists none below this level.
-constexpr std::size_t maximumDevices = std::size_t{64} * 127;
-constexpr std::size_t deepestLevel = 6;
+// The kernel has 64 buses with 127 devices each at most.
+constexpr std::size_t maximumMachineDevices = std::size_t{64} * 127;
 
 /// The bus of a device and the ports, from 1, that lead to it. The kernel's order is that of these.
 using Place = std::vector<unsigned>;
@@ -59,22 +59,10 @@ std::optional<Place> placeOf(std::string_view name) {
 /// The first `limit` bytes of a file.
 std::optional<std::string> contentOf(const path& file, std::size_t limit) {
     const base::FileDescriptor opened(::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    std::string content(limit, '\0');
-    std::size_t length = 0;
-    while (opened.isOpen() && length < limit) {
-        const ssize_t count = ::read(opened.get(), &content[length], limit - length);
-        if (count == 0) {
-            break;
-        }
-        if (count < 0 && errno != EINTR) {
-            return std::nullopt;
-        }
-        length += count > 0 ? static_cast<std::size_t>(count) : 0;
-    }
-    if (!opened.isOpen()) {
+    std::string content;
+    if (!opened.isOpen() || !base::readUpTo(opened.get(), limit, content)) {
         return std::nullopt;
     }
-    content.resize(length);
     return content;
 }
 
@@ -208,7 +196,8 @@ private:
         std::map<Place, std::string> found;
         std::error_code failure;
         for (std::filesystem::directory_iterator entry(devices_, failure), end;
-             !failure && entry != end && found.size() < maximumDevices; entry.increment(failure)) {
+             !failure && entry != end && found.size() < maximumMachineDevices;
+             entry.increment(failure)) {
             const std::string name = entry->path().filename().string();
             const auto place = placeOf(name);
             if (place && place->size() - 1 <= deepestLevel) {

@@ -8,9 +8,9 @@
 
 #include <cerrno>
 #include <csignal>
-#include <cstring>
 #include <ctime>
 
+#include "base/DescriptorIo.h"
 #include "base/FileDescriptor.h"
 
 namespace Pegasus {
@@ -22,23 +22,6 @@ bool mayBeWritten(const base::FileDescriptor& file) {
     struct stat facts = {};
     return fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode) && facts.st_nlink == 1 &&
            (facts.st_uid == 0 || facts.st_uid == geteuid());
-}
-
-/// Whether all was written; errno says why not.
-bool writeAll(const base::FileDescriptor& file, const char* text) {
-    size_t left = std::strlen(text);
-    while (left > 0) {
-        const ssize_t written = write(file.get(), text, left);
-        if (written < 0 && errno == EINTR) {
-            continue;
-        }
-        if (written <= 0) {
-            return false;
-        }
-        text += written;
-        left -= static_cast<size_t>(written);
-    }
-    return true;
 }
 
 /// Where files may only grow to a limit, a write beyond it sends this thread SIGXFSZ, which ends a
@@ -53,7 +36,7 @@ void writeAllWithoutSignal(const base::FileDescriptor& file, const char* text) {
     pthread_sigmask(SIG_BLOCK, &signals, &before);
     sigpending(&pending);
     const bool wasPending = sigismember(&pending, SIGXFSZ) == 1;
-    if (!writeAll(file, text) && errno == EFBIG && !wasPending) {
+    if (!base::writeAll(file.get(), text) && errno == EFBIG && !wasPending) {
         const timespec atOnce = {};
         while (sigtimedwait(&signals, nullptr, &atOnce) < 0 && errno == EINTR) {
         }
@@ -84,7 +67,7 @@ void appendToLogFile(const char* fileName, const char* text) {
     if (hasSizeLimit()) {
         writeAllWithoutSignal(file, text);
     } else {
-        writeAll(file, text);
+        base::writeAll(file.get(), text);
     }
 }
 

@@ -6,13 +6,13 @@
 #include <vector>
 
 #include "base/Ascii.h"
+#include "base/ControlCharacters.h"
 
 namespace Pegasus {
 namespace {
 
 bool isControl(Char16 character) {
-    const Uint16 code = character;
-    return code < 0x20 || (code >= 0x7F && code < 0xA0);
+    return base::isControl(static_cast<Uint16>(character));
 }
 
 void appendEscaped(std::vector<Char16>& text, Uint16 code) {
