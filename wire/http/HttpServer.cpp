@@ -8,10 +8,8 @@
 #include <sys/socket.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <exception>
-#include <list>
 #include <new>
 #include <system_error>
 #include <thread>
@@ -21,7 +19,7 @@
 #include "base/FileDescriptor.h"
 #include "wire/http/ConnectionPlaces.h"
 #include "wire/http/HttpConnection.h"
-#include "wire/http/SocketStream.h"
+#include "wire/http/TurnedAway.h"
 
 namespace wire {
 
@@ -91,59 +89,6 @@ std::uint16_t portOf(const base::FileDescriptor& socket) {
                      ? reinterpret_cast<const sockaddr_in6&>(address).sin6_port
                      : reinterpret_cast<const sockaddr_in&>(address).sin_port);
 }
-
-/// Clients beyond the limit, until they have taken note of it.
-class TurnedAway {
-public:
-    void add(base::FileDescriptor client) {
-        std::string head;
-        appendHead(head, noPlace(), "close");
-        send(client.get(), head.data(), head.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
-        shutdown(client.get(), SHUT_WR);
-        if (clients_.size() >= mostWaiting) {
-            clients_.pop_front();
-        }
-        clients_.push_back({std::move(client), SocketStream::Clock::now() + lingerTime});
-    }
-
-    void appendTo(std::vector<pollfd>& polled) const {
-        for (const Client& client : clients_) {
-            polled.push_back({client.socket.get(), POLLIN, 0});
-        }
-    }
-
-    /// Milliseconds until the next has waited long enough; -1 if there is none.
-    int patience() const {
-        if (clients_.empty()) {
-            return -1;
-        }
-        const auto left = std::chrono::duration_cast<milliseconds>(clients_.front().until -
-                                                                   SocketStream::Clock::now());
-        return std::max(0, static_cast<int>(left.count()) + 1);
-    }
-
-    /// Drops what clients still send, and lets go of those that closed or have waited long enough.
-    void look() {
-        const auto now = SocketStream::Clock::now();
-        clients_.remove_if([&](const Client& client) {
-            std::array<char, 4096> dropped{};
-            const ssize_t count =
-                recv(client.socket.get(), dropped.data(), dropped.size(), MSG_DONTWAIT);
-            const bool closed = count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR);
-            return closed || now >= client.until;
-        });
-    }
-
-private:
-    static constexpr std::size_t mostWaiting = 64;
-
-    struct Client {
-        base::FileDescriptor socket;
-        SocketStream::Clock::time_point until;
-    };
-
-    std::list<Client> clients_;
-};
 
 }  // namespace
 

@@ -199,7 +199,7 @@ void CimHeaders::appendExtension(wire::HttpFields& answer) const {
     answer.push_back({"Ext", ""});
     answer.push_back({"Cache-Control", "no-cache"});
     answer.push_back(
-        {"Man", std::string(extension) + "; ns=" + prefix_.substr(0, prefix_.size() - 1)});
+        {"Man", std::string(extension).append("; ns=").append(prefix_, 0, prefix_.size() - 1)});
 }
 
 }  // namespace cimhost
