@@ -26,6 +26,10 @@ if(ZORVA_SANITIZE)
     target_compile_options(zorva_options INTERFACE
         -fsanitize=${zorva_sanitizers} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     target_link_options(zorva_options INTERFACE -fsanitize=${zorva_sanitizers})
+    if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+        target_compile_options(zorva_options INTERFACE
+            -fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/cmake/sanitizers.ignore)
+    endif()
 endif()
 
 if(ZORVA_COVERAGE)

@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: MIT
 """End-to-end tests of usbhcdiag with a real cimhost: usbhcdiag_test.py PROGRAMS SOURCES [unittest options]"""
 import base64
+import contextlib
 import ctypes
 import gzip
 import json
@@ -83,6 +84,16 @@ class Case(unittest.TestCase):
         path.write_bytes(content)
         path.chmod(mode)
         return str(path)
+
+    @contextlib.contextmanager
+    def cimhost(self, *words):
+        """A cimhost's URL, for as long as the block lasts, however it ends."""
+        with subprocess.Popen([str(PROGRAMS / "cimhost"), *words], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                              cwd=self.folder) as host:
+            try:
+                yield host.stdout.readline().decode().removeprefix("listening on ").strip()
+            finally:
+                host.terminate()
 
     def fails(self, status, *words, **options):
         """What is said on standard error by a command that must fail; it must print nothing else."""
@@ -255,11 +266,8 @@ class LeftOut(Case):
                     self.assertEqual(len(said), 1 + notes if notes else 0, said)
 
     def test_another_servers_list_is_not_known(self):
-        with subprocess.Popen([str(PROGRAMS / "cimhost"), "--devices", self.file(b"\n" + whole_device(1) + whole_device(2))],
-                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, cwd=self.folder) as host:
-            url = host.stdout.readline().decode().removeprefix("listening on ").strip()
+        with self.cimhost("--devices", self.file(b"\n" + whole_device(1) + whole_device(2))) as url:
             document = json.loads(self.prints("run", "--server", url, "--json"))
-            host.terminate()
         for member in ("devices_in_list", "devices_in_report", "left_out", "mixed"):
             self.assertIsNone(document[member])
 
@@ -627,12 +635,9 @@ class NamedServer(Case):
         self.assertEqual([result["DiagnosticName"] for result in self.results()], ["OtherTest"])
 
     def test_says_that_there_are_no_elements(self):
-        with subprocess.Popen([str(PROGRAMS / "cimhost")], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                              cwd=self.folder) as host:
-            url = host.stdout.readline().decode().removeprefix("listening on ").strip()
+        with self.cimhost() as url:
             result = usbhcdiag("elements", "--server", url)
             as_json = usbhcdiag("elements", "--server", url, "--json")
-            host.terminate()
         if result.stdout.count(b"\n") > 1:
             self.skipTest("this machine has host controllers")
         self.assertEqual((result.returncode, result.stdout.split()), (0, [b"DEVICEID", b"NAME"]))
@@ -678,11 +683,8 @@ class NamedServer(Case):
         self.assertTrue(said.startswith(f"usbhcdiag: {self.url}: "), said)
 
     def test_says_what_a_server_cannot_read(self):
-        with subprocess.Popen([str(PROGRAMS / "cimhost"), "--devices", self.file(b"")], stdout=subprocess.PIPE,
-                              stderr=subprocess.DEVNULL, cwd=self.folder) as host:
-            url = host.stdout.readline().decode().removeprefix("listening on ").strip()
+        with self.cimhost("--devices", self.file(b"")) as url:
             result = usbhcdiag("run", "--server", url)
-            host.terminate()
         self.assertEqual((result.returncode, result.stdout), (3, b""))
         self.assertTrue(result.stderr.decode().startswith(
             f"usbhcdiag: nothing was read: the server at {url} found no device list at /proc/bus/usb/devices,\n"
