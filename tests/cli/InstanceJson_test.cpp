@@ -7,26 +7,12 @@
 #include <gtest/gtest.h>
 
 #include "tests/cli/CompactJson.h"
+#include "tests/cli/Instances.h"
 
 namespace usbhcdiag {
 namespace {
 
 using namespace Pegasus;
-
-template <typename T>
-CIMValue arrayOf(std::initializer_list<T> elements) {
-    Array<T> array;
-    for (const T& element : elements) {
-        array.append(element);
-    }
-    return CIMValue(array);
-}
-
-CIMInstance instanceWith(const char* name, const CIMValue& value) {
-    CIMInstance instance(CIMName("ZORVA_UsbHc"));
-    instance.addProperty(CIMProperty(CIMName(name), value));
-    return instance;
-}
 
 std::string jsonOf(const CIMInstance& instance) {
     return compactJson([&](JsonWriter& json) {

@@ -2,7 +2,6 @@
 # SPDX-License-Identifier: MIT
 """End-to-end tests of usbhcdiag with a real cimhost: usbhcdiag_test.py PROGRAMS SOURCES [unittest options]"""
 import base64
-import contextlib
 import ctypes
 import gzip
 import json
@@ -20,6 +19,7 @@ import urllib.parse
 import urllib.request
 from pathlib import Path
 
+from hosting import CimHost
 from lists import LISTS, SAMPLES
 from namespaces import PATIENCE
 from programs import PROGRAMS, SOURCES, USBHCDIAG, usbhcdiag
@@ -84,16 +84,6 @@ class Case(unittest.TestCase):
         path.write_bytes(content)
         path.chmod(mode)
         return str(path)
-
-    @contextlib.contextmanager
-    def cimhost(self, *words):
-        """A cimhost's URL, for as long as the block lasts, however it ends."""
-        with subprocess.Popen([str(PROGRAMS / "cimhost"), *words], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                              cwd=self.folder) as host:
-            try:
-                yield host.stdout.readline().decode().removeprefix("listening on ").strip()
-            finally:
-                host.terminate()
 
     def fails(self, status, *words, **options):
         """What is said on standard error by a command that must fail; it must print nothing else."""
@@ -266,8 +256,8 @@ class LeftOut(Case):
                     self.assertEqual(len(said), 1 + notes if notes else 0, said)
 
     def test_another_servers_list_is_not_known(self):
-        with self.cimhost("--devices", self.file(b"\n" + whole_device(1) + whole_device(2))) as url:
-            document = json.loads(self.prints("run", "--server", url, "--json"))
+        with CimHost("--devices", self.file(b"\n" + whole_device(1) + whole_device(2))) as host:
+            document = json.loads(self.prints("run", "--server", host.url, "--json"))
         for member in ("devices_in_list", "devices_in_report", "left_out", "mixed"):
             self.assertIsNone(document[member])
 
@@ -635,7 +625,8 @@ class NamedServer(Case):
         self.assertEqual([result["DiagnosticName"] for result in self.results()], ["OtherTest"])
 
     def test_says_that_there_are_no_elements(self):
-        with self.cimhost() as url:
+        with CimHost() as host:
+            url = host.url
             result = usbhcdiag("elements", "--server", url)
             as_json = usbhcdiag("elements", "--server", url, "--json")
         if result.stdout.count(b"\n") > 1:
@@ -683,7 +674,8 @@ class NamedServer(Case):
         self.assertTrue(said.startswith(f"usbhcdiag: {self.url}: "), said)
 
     def test_says_what_a_server_cannot_read(self):
-        with self.cimhost("--devices", self.file(b"")) as url:
+        with CimHost("--devices", self.file(b"")) as host:
+            url = host.url
             result = usbhcdiag("run", "--server", url)
         self.assertEqual((result.returncode, result.stdout), (3, b""))
         self.assertTrue(result.stderr.decode().startswith(
